@@ -1,0 +1,100 @@
+#include "Spreadsheet/DataTable.h"
+
+#include "Foundation/Text.h"
+
+#include <algorithm>
+#include <numeric>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace quorvel {
+
+namespace {
+
+bool isBlank(const TextRows& rows, std::size_t row) {
+    for (std::size_t column = 0; column < rows.cellCount(row); ++column)
+        if (!Text::trimBlanks(rows.cell(row, column)).empty()) return false;
+    return true;
+}
+
+/// Gives out column names that differ without regard to case: the plain name, or the plain name with the first of
+/// " 2", " 3" and so on that is free.
+class UniqueNames {
+public:
+    explicit UniqueNames(std::size_t count) { used_.reserve(count); }
+
+    std::string add(std::string name) {
+        const std::string key = Text::lowercased(name);
+        if (used_.insert(key).second) return name;
+        // Names are only ever added, so a number that was taken stays taken and needn't be tried again.
+        std::size_t& number = nextNumbers_.try_emplace(key, 2).first->second;
+        for (;; ++number) {
+            const std::string suffix = " " + std::to_string(number);
+            if (used_.insert(key + suffix).second) return name + suffix;
+        }
+    }
+
+private:
+    std::unordered_set<std::string> used_;
+    std::unordered_map<std::string, std::size_t> nextNumbers_;
+};
+
+std::vector<std::string> columnNames(const TextRows& rows, std::size_t headerRow, std::size_t width) {
+    UniqueNames names(width);
+    std::vector<std::string> result;
+    result.reserve(width);
+    for (std::size_t column = 0; column < width; ++column) {
+        std::string name(Text::trimWhitespaceAndNewlines(rows.cell(headerRow, column)));
+        if (name.empty()) name = "Column " + std::to_string(column + 1);
+        result.push_back(names.add(std::move(name)));
+    }
+    return result;
+}
+
+}  // namespace
+
+DataTable::DataTable(std::vector<std::string> headers_, TextRows rows_, std::string sourceName_,
+                     std::optional<std::vector<std::int64_t>> rowNumbers_)
+    : headers(std::move(headers_)), rows(std::move(rows_)), sourceName(std::move(sourceName_)) {
+    rows.cutRows(headers.size());
+    if (headers.empty()) rows.keepRows({});
+    if (rowNumbers_ && rowNumbers_->size() == rows.rowCount()) {
+        rowNumbers = std::move(*rowNumbers_);
+    } else {
+        rowNumbers.resize(rows.rowCount());
+        std::iota(rowNumbers.begin(), rowNumbers.end(), 2);
+    }
+}
+
+DataTable::DataTable(TextRows rawRows, std::string sourceName_) {
+    std::vector<std::size_t> filled;  // the rows that aren't blank
+    std::size_t width = 0;
+    for (std::size_t row = 0; row < rawRows.rowCount(); ++row) {
+        if (isBlank(rawRows, row)) continue;
+        filled.push_back(row);
+        width = std::max(width, rawRows.cellCount(row));
+    }
+    std::vector<std::string> names;
+    std::vector<std::int64_t> numbers;
+    if (!filled.empty()) {
+        names = columnNames(rawRows, filled.front(), width);
+        filled.erase(filled.begin());
+        numbers.reserve(filled.size());
+        for (const std::size_t row : filled) numbers.push_back(static_cast<std::int64_t>(row) + 1);
+    }
+    rawRows.keepRows(filled);
+    *this = DataTable(std::move(names), std::move(rawRows), std::move(sourceName_), std::move(numbers));
+}
+
+bool DataTable::operator==(const DataTable& other) const {
+    if (headers != other.headers || sourceName != other.sourceName || rowNumbers != other.rowNumbers) return false;
+    if (rows.rowCount() != other.rows.rowCount()) return false;
+    for (std::size_t row = 0; row < rows.rowCount(); ++row) {
+        const std::size_t stored = std::max(rows.cellCount(row), other.rows.cellCount(row));
+        for (std::size_t column = 0; column < std::min(stored, headers.size()); ++column)
+            if (rows.cell(row, column) != other.rows.cell(row, column)) return false;
+    }
+    return true;
+}
+
+}  // namespace quorvel
