@@ -4,6 +4,8 @@
 #include "Samples/SampleDeck.h"
 #include "Samples/SampleTemplates.h"
 #include "Spreadsheet/CSV.h"
+#include "Support/WorkbookWriter.h"
+#include "Support/ZipWriter.h"
 #include "Templates/TemplateJSON.h"
 
 #include <filesystem>
@@ -57,6 +59,41 @@ bool writePictures(const fs::path& folder) {
     return ok;
 }
 
+/// A workbook with every type of cell, and its parts as the workbook target takes them: behind a letter each.
+bool writeWorkbooks(const fs::path& folder) {
+    test::WorkbookParts parts;
+    parts.sharedStrings =
+        test::sharedStringsXML({"<t>Name</t>", "<r><t>rich </t></r><r><t xml:space=\"preserve\"> text</t></r>",
+                                "<t>漢</t><rPh sb=\"0\" eb=\"1\"><t>か</t></rPh>"});
+    parts.styles = test::stylesXML({"General", "yyyy-mm-dd", "yyyy-mm-dd hh:mm", "[h]:mm", "0.0%", "\"No. \"000"});
+    parts.relationships = R"(<Relationships><Relationship Id="rId1" Target="worksheets/sheet1.xml"/></Relationships>)";
+    parts.workbook = R"(<workbook><workbookPr date1904="1"/><sheets><sheet name="S" r:id="rId1"/></sheets></workbook>)";
+    const std::string sheet = test::worksheetXML(
+        R"(<row r="1" spans="1:4"><c r="A1" t="s"><v>0</v></c><c r="B1" t="s"><v>1</v></c><c r="C1" s="1"><v>45000</v></c></row>)"
+        R"(<row r="2"><c r="A2" t="inlineStr"><is><t>in &amp; line</t></is></c><c t="b"><v>1</v></c><c t="e"><v>#N/A</v></c></row>)"
+        R"(<row><c t="str"><f>A1</f><v>é</v></c><c t="d"><v>2024-02-29T00:00:00</v></c><c s="3"><v>0.5</v></c><c r="$AA$7" s="5"/></row>)");
+    parts.sheets = {{"S", sheet}};
+    return write(folder, {test::workbookBytes(parts), "s" + sheet, "t" + *parts.sharedStrings, "y" + *parts.styles,
+                          "r" + *parts.relationships, "w" + *parts.workbook});
+}
+
+bool writeArchives(const fs::path& folder) {
+    test::ZipWriter archive;
+    archive.add("a.txt", "hello, hello, hello");
+    archive.add("caf\xC3\xA9", "stored", test::ZipWriter::Method::stored);
+    test::ZipWriter::Member large;
+    large.path = "large";
+    large.content = "hello";
+    large.method = test::ZipWriter::Method::stored;
+    large.size = large.compressedSize = 0xFFFFFFFF;
+    large.extra = test::little16(1) + test::little16(16) + test::little64(5) + test::little64(5);
+    archive.add(large);
+    test::ZipWriter::End zip64;
+    zip64.zip64 = true;
+    zip64.comment = "a comment";
+    return write(folder, {archive.bytes(), archive.bytes(zip64), test::ZipWriter().bytes()});
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -78,5 +115,10 @@ int main(int argc, char** argv) {
                  templateFileText(SampleTemplates::make(SampleTemplates::Kind::mini, "Game")),
                  R"({"paper":"a4","gutterMM":1.5})"});
     ok &= writePictures(top / "PictureFuzz");
+    ok &= writeWorkbooks(top / "XLSXFuzz");
+    ok &= writeArchives(top / "ZipFuzz");
+    ok &= write(top / "XMLEventsFuzz",
+                {"<?xml version='1.0' encoding='UTF-8'?><x:a xmlns:x='u' r:id='1'><b>t&amp;&#65;</b><c/></x:a>",
+                 "<a><!-- c --><![CDATA[<d>]]><?p i?></a>", "<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>"});
     return ok ? 0 : 1;
 }

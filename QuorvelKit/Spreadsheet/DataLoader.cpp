@@ -4,7 +4,6 @@
 #include "Foundation/Text.h"
 #include "Spreadsheet/CSV.h"
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -12,20 +11,40 @@ namespace quorvel::DataLoader {
 
 namespace {
 
-std::expected<TextRows, TableFailure> rawRows(std::string_view data, const std::string& name, std::int64_t sheet) {
+using Workbook = std::expected<XLSX::Workbook, XLSX::Failure>;
+
+/// The extensions whose files are refused by their names alone.
+std::optional<Failure> refusal(const std::string& name) {
     const std::string extension = Text::lowercasedExtension(name);
     // Numbers comes first: its documents are ZIP archives and would pass for workbooks.
-    if (extension == "numbers") return std::unexpected(Failure{Failure::Kind::numbers, name});
-    if (extension == "xls") return std::unexpected(Failure{Failure::Kind::oldExcel, name});
-    if (isWorkbook(name, data)) {
-        auto rows = XLSX::rows(data, name, static_cast<std::size_t>(std::max<std::int64_t>(sheet, 0)));
-        if (!rows) return std::unexpected(rows.error());
-        return std::move(*rows);
-    }
+    if (extension == "numbers") return Failure{Failure::Kind::numbers, name};
+    if (extension == "xls") return Failure{Failure::Kind::oldExcel, name};
+    return std::nullopt;
+}
+
+std::expected<DataTable, TableFailure> tableOf(TextRows rows, const std::string& name) {
+    // Before the names are made, so that two headers can't become equal afterwards.
+    rows.unifyLineEnds();
+    DataTable result(std::move(rows), name);
+    if (result.headers.empty()) return std::unexpected(Failure{Failure::Kind::empty, name});
+    return result;
+}
+
+std::expected<DataTable, TableFailure> workbookTable(Workbook workbook, const std::string& name, std::int64_t sheet) {
+    if (auto refused = refusal(name)) return std::unexpected(std::move(*refused));
+    if (!workbook) return std::unexpected(std::move(workbook.error()));
+    auto rows = std::move(*workbook).rows(sheet);
+    if (!rows) return std::unexpected(std::move(rows.error()));
+    return tableOf(std::move(*rows), name);
+}
+
+std::expected<DataTable, TableFailure> textTable(std::string_view data, const std::string& name) {
+    if (auto refused = refusal(name)) return std::unexpected(std::move(*refused));
     std::string storage;
     const std::string_view text = CSV::decode(data, storage);
     if (!CSV::looksLikeText(text)) return std::unexpected(Failure{Failure::Kind::notText, name});
-    return CSV::parse(text, extension == "tsv" ? std::optional(U'\t') : std::nullopt);
+    const bool tabs = Text::lowercasedExtension(name) == "tsv";
+    return tableOf(CSV::parse(text, tabs ? std::optional(U'\t') : std::nullopt), name);
 }
 
 }  // namespace
@@ -53,26 +72,21 @@ std::expected<Loaded, FileFailure> load(const std::filesystem::path& file, std::
     const auto data = FileBytes::read(file);
     if (!data) return std::unexpected(data.error());
     const std::string name = file.filename().string();
-    std::vector<std::string> names = sheetNames(*data, name);
-    const auto count = static_cast<std::int64_t>(names.size());
-    const std::int64_t used = sheet >= 0 && sheet < count ? sheet : 0;
-    auto result = table(*data, name, used);
-    return Loaded{std::move(names), used, std::move(result)};
+    if (!isWorkbook(name, *data)) return Loaded{{}, 0, textTable(*data, name)};
+    Workbook workbook = XLSX::Workbook::open(*data);
+    std::vector<std::string> names = workbook ? workbook->sheetNames() : std::vector<std::string>();
+    const std::int64_t used = sheet >= 0 && static_cast<std::uint64_t>(sheet) < names.size() ? sheet : 0;
+    return Loaded{std::move(names), used, workbookTable(std::move(workbook), name, used)};
 }
 
 std::expected<DataTable, TableFailure> table(std::string_view data, const std::string& name, std::int64_t sheet) {
-    auto rows = rawRows(data, name, sheet);
-    if (!rows) return std::unexpected(std::move(rows.error()));
-    // Before the names are made, so that two headers can't become equal afterwards.
-    rows->unifyLineEnds();
-    DataTable result(std::move(*rows), name);
-    if (result.headers.empty()) return std::unexpected(Failure{Failure::Kind::empty, name});
-    return result;
+    if (isWorkbook(name, data)) return workbookTable(XLSX::Workbook::open(data), name, sheet);
+    return textTable(data, name);
 }
 
 std::vector<std::string> sheetNames(std::string_view data, const std::string& name) {
     if (!isWorkbook(name, data)) return {};
-    return XLSX::sheetNames(data, name).value_or(std::vector<std::string>());
+    return XLSX::sheetNames(data).value_or(std::vector<std::string>());
 }
 
 bool isWorkbook(std::string_view name, std::string_view data) {

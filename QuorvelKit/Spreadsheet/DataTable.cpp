@@ -11,12 +11,6 @@ namespace quorvel {
 
 namespace {
 
-bool isBlank(const TextRows& rows, std::size_t row) {
-    for (std::size_t column = 0; column < rows.cellCount(row); ++column)
-        if (!Text::trimBlanks(rows.cell(row, column)).empty()) return false;
-    return true;
-}
-
 /// Gives out column names that differ without regard to case: the plain name, or the plain name with the first of
 /// " 2", " 3" and so on that is free.
 class UniqueNames {
@@ -39,12 +33,23 @@ private:
     std::unordered_map<std::string, std::size_t> nextNumbers_;
 };
 
+/// As much of a header cell as becomes a name. Cells may share one text, but each name is a text of its own, so a long
+/// one over many columns could grow past all memory. No spreadsheet lets anybody type so much into a cell.
+std::string_view nameText(std::string_view cell) {
+    constexpr std::size_t longest = 131'072;
+    cell = Text::trimWhitespaceAndNewlines(cell);
+    if (cell.size() <= longest) return cell;
+    std::size_t end = longest;
+    while (end > 0 && (static_cast<unsigned char>(cell[end]) & 0xC0) == 0x80) --end;
+    return cell.substr(0, end);
+}
+
 std::vector<std::string> columnNames(const TextRows& rows, std::size_t headerRow, std::size_t width) {
     UniqueNames names(width);
     std::vector<std::string> result;
     result.reserve(width);
     for (std::size_t column = 0; column < width; ++column) {
-        std::string name(Text::trimWhitespaceAndNewlines(rows.cell(headerRow, column)));
+        std::string name(nameText(rows.cell(headerRow, column)));
         if (name.empty()) name = "Column " + std::to_string(column + 1);
         result.push_back(names.add(std::move(name)));
     }
@@ -67,13 +72,9 @@ DataTable::DataTable(std::vector<std::string> headers_, TextRows rows_, std::str
 }
 
 DataTable::DataTable(TextRows rawRows, std::string sourceName_) {
-    std::vector<std::size_t> filled;  // the rows that aren't blank
+    std::vector<std::size_t> filled = rawRows.filledRows();
     std::size_t width = 0;
-    for (std::size_t row = 0; row < rawRows.rowCount(); ++row) {
-        if (isBlank(rawRows, row)) continue;
-        filled.push_back(row);
-        width = std::max(width, rawRows.cellCount(row));
-    }
+    for (const std::size_t row : filled) width = std::max(width, rawRows.cellCount(row));
     std::vector<std::string> names;
     std::vector<std::int64_t> numbers;
     if (!filled.empty()) {

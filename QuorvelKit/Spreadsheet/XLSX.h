@@ -1,27 +1,24 @@
 #pragma once
 
-#include "Spreadsheet/TextRows.h"
+#include "Spreadsheet/DataTable.h"
+#include "Spreadsheet/XLSXWorkbook.h"
 
-#include <cstddef>
+#include <cstdint>
 #include <expected>
 #include <string>
 #include <string_view>
 #include <vector>
 
-/// Excel workbooks. They are recognised and refused: nothing here reads them yet.
+/// Excel workbooks as text. Formulas are not evaluated: a cell shows the value that was stored for it. Nothing is kept
+/// between calls; who needs both names and rows opens a Workbook.
 namespace quorvel::XLSX {
 
-struct Failure {
-    std::string name;  ///< the file's last path component
+/// The names of all sheets in the workbook's order.
+std::expected<std::vector<std::string>, Failure> sheetNames(std::string_view bytes);
 
-    bool operator==(const Failure&) const = default;
-    std::string description() const;
-};
+/// The cells of one sheet, counted from 0; see Workbook::rows.
+std::expected<TextRows, Failure> rows(std::string_view bytes, std::int64_t sheet);
 
-/// The worksheets' names in the workbook's order.
-std::expected<std::vector<std::string>, Failure> sheetNames(std::string_view bytes, const std::string& name);
-
-/// The raw rows of the worksheet at `sheet`, from 0.
-std::expected<TextRows, Failure> rows(std::string_view bytes, const std::string& name, std::size_t sheet);
+std::expected<DataTable, Failure> table(std::string_view bytes, std::int64_t sheet, std::string sourceName);
 
 }  // namespace quorvel::XLSX

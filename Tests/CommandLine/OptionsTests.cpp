@@ -108,7 +108,8 @@ TEST_F(OptionsTests, TheLaterOfTwoCountsAndADoubleDashEndsTheOptions) {
     EXPECT_TRUE(refusedWith(run({"cards", "-deck.csv"}), "no option “-deck.csv”"));
 }
 
-const std::vector<std::string> commands{"sample", "sheets", "images", "tts", "calibration", "table", "cards"};
+const std::vector<std::string> commands{"sample",      "sheets", "images",     "tts",
+                                        "calibration", "table",  "worksheets", "cards"};
 
 TEST_F(OptionsTests, HelpIsAnsweredWhereverItStands) {
     const auto general = run({"--help"});

@@ -1,5 +1,6 @@
 #include "CommandLineTest.h"
 #include "Foundation/JSON.h"
+#include "Support/WorkbookWriter.h"
 
 #include <sys/stat.h>
 
@@ -134,8 +135,8 @@ TEST_F(ReadingTests, BadSpreadsheetsAreRefusedInOneSentenceByEveryCommand) {
         {"noise.csv", "“noise.csv” doesn’t look like a CSV or Excel file."},
         {"deck.numbers", "“deck.numbers” is a Numbers file."},
         {"deck.XLS", "“deck.XLS” is an older Excel file. Save it as .xlsx or CSV first."},
-        {"deck.xlsx", "“deck.xlsx” is an Excel workbook, which can’t be read yet. Save it as CSV."},
-        {"workbook.csv", "“workbook.csv” is an Excel workbook, which can’t be read yet. Save it as CSV."},
+        {"deck.xlsx", "It isn’t an Excel workbook (.xlsx). Older .xls files need saving as .xlsx or CSV first."},
+        {"workbook.csv", "It isn’t an Excel workbook (.xlsx). Older .xls files need saving as .xlsx or CSV first."},
         {"folder.csv", "“folder.csv” is a folder"},
         {"pipe.csv", "“pipe.csv” isn’t a file"},
         {"/dev/zero", "“zero” isn’t a file"},
@@ -260,6 +261,33 @@ TEST_F(ReadingTests, FoldersThatAreNotThereAreFailures) {
                                "“deck.csv” is a file, not a folder."));
     }
     EXPECT_FALSE(fs::exists(*this / "x.pdf"));
+}
+
+TEST_F(ReadingTests, WorkbooksAreReadEverywhere) {
+    test::WorkbookParts parts;
+    const auto sheet = [](std::string_view title, std::string_view quantity) {
+        return test::worksheetXML(
+            "<row><c t=\"inlineStr\"><is><t>Name</t></is></c><c t=\"inlineStr\"><is><t>Qty</t></is>"
+            "</c></row><row><c t=\"inlineStr\"><is><t>" +
+            std::string(title) + "</t></is></c><c><v>" + std::string(quantity) + "</v></c></row>");
+    };
+    parts.sheets = {{"Cards", sheet("Owl", "3")}, {"More & more", sheet("Fox", "2")}};
+    write("deck.xlsx", test::workbookBytes(parts));
+
+    EXPECT_EQ(jsonOf(run({"worksheets", "deck.xlsx"})), JSON::array({"Cards", "More & more"}));
+    EXPECT_EQ(jsonOf(run({"table", "deck.xlsx"}))["rows"], JSON::array({{"Owl", "3"}}));
+    EXPECT_EQ(jsonOf(run({"table", "deck.xlsx", "--sheet", "2"}))["rows"], JSON::array({{"Fox", "2"}}));
+    EXPECT_EQ(jsonOf(run({"cards", "deck.xlsx", "--sheet", "2"}))["totalCopies"], 2);
+    EXPECT_TRUE(succeeded(run({"sheets", "deck.xlsx", "-o", "deck.pdf"})));
+    EXPECT_TRUE(
+        failedWith(run({"table", "deck.xlsx", "--sheet", "3"}), "There is no sheet 3 in “deck.xlsx”: it has 2."));
+}
+
+TEST_F(ReadingTests, ATextFileHasNoWorksheets) {
+    write("deck.csv", "Name\nOwl\n");
+    EXPECT_EQ(jsonOf(run({"worksheets", "deck.csv"})), JSON::array());
+    write("deck.xlsx", "PK");
+    EXPECT_TRUE(failedWith(run({"worksheets", "deck.xlsx"}), "It isn’t an Excel workbook (.xlsx)."));
 }
 
 }  // namespace

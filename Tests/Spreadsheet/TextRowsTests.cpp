@@ -2,6 +2,7 @@
 #include "Spreadsheet/TextRows.h"
 
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace quorvel {
 namespace {
@@ -65,6 +66,45 @@ TEST(TextRows, unifiesLineEndsInsideCells) {
     cut.cutRows(1);
     cut.unifyLineEnds();
     EXPECT_EQ(cut, (TextRows{{"a\n"}, {"c\n"}}));
+}
+
+/// Two rows of six cells: a . b . . . and . . . . . a, and a row without any between them.
+TextRows sparseRows() {
+    TextList texts;
+    for (const char* text : {"a", " ", "b\r\n"}) texts.append(text);
+    return {std::move(texts), {{0, 0}, {2, 2}, {1, 3}, {0, 5}}, {{0, 2, 6}, {0, 0, 6}, {2, 2, 6}}};
+}
+
+TEST(TextRows, sharesTextsBetweenSparseCells) {
+    const TextRows rows = sparseRows();
+    EXPECT_EQ(rows, (TextRows{{"a", "", "b\r\n", "", "", ""}, {"", "", "", "", "", ""}, {"", "", "", " ", "", "a"}}));
+    EXPECT_EQ(rows.cell(0, 0).data(), rows.cell(2, 5).data());
+    EXPECT_EQ(rows.cell(0, 6), "");
+    EXPECT_EQ(rows.cell(0, std::size_t{1} << 40), "");
+}
+
+TEST(TextRows, unifiesLineEndsOfSharedTextsOnce) {
+    TextRows rows = sparseRows();
+    rows.unifyLineEnds();
+    EXPECT_EQ(rows, (TextRows{{"a", "", "b\n", "", "", ""}, {"", "", "", "", "", ""}, {"", "", "", " ", "", "a"}}));
+}
+
+TEST(TextRows, cutsSparseRows) {
+    TextRows rows = sparseRows();
+    rows.cutRows(4);
+    EXPECT_EQ(rows, (TextRows{{"a", "", "b\r\n", ""}, {"", "", "", ""}, {"", "", "", " "}}));
+    EXPECT_EQ(rows.filledRows(), std::vector<std::size_t>{0});
+    rows.cutRows(0);
+    EXPECT_EQ(rows, (TextRows{{}, {}, {}}));
+}
+
+TEST(TextRows, findsFilledRows) {
+    EXPECT_EQ(sparseRows().filledRows(), (std::vector<std::size_t>{0, 2}));
+    EXPECT_EQ((TextRows{{}, {"", "\t "}, {"", "\n"}, {" "}, {"x"}}.filledRows()), (std::vector<std::size_t>{2, 4}));
+    TextRows rows = sparseRows();
+    rows.keepRows({1, 2});
+    EXPECT_EQ(rows.filledRows(), std::vector<std::size_t>{1});
+    EXPECT_EQ(rows.cell(1, 5), "a");
 }
 
 }  // namespace

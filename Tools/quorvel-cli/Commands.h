@@ -17,6 +17,7 @@ Result imagesCommand(const Options& options);
 Result ttsCommand(const Options& options);
 Result calibrationCommand(const Options& options);
 Result tableCommand(const Options& options);
+Result worksheetsCommand(const Options& options);
 Result cardsCommand(const Options& options);
 
 }  // namespace quorvel::CommandLine

@@ -57,7 +57,7 @@ std::string programHelp() {
     std::string text = "Turns a spreadsheet of cards into print sheets, images and deck sheets.\n\nCommands:\n";
     for (const CommandEntry& command : commandTable())
         text += row(synopsis(command).substr(std::string_view("quorvel-cli ").size()), command.summary, 30);
-    text += "\nFILE is a spreadsheet saved as CSV or TSV, one row for each card.\n";
+    text += "\nFILE is a spreadsheet, an Excel workbook, CSV or TSV, one row for each card.\n";
     text += "\n“quorvel-cli COMMAND --help” tells of a command’s options.\n";
     text += "“quorvel-cli --version” prints the version.\n";
     return text;

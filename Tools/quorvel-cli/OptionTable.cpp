@@ -38,6 +38,9 @@ constexpr std::array commands{
                  "sheets made with the same options."},
     CommandEntry{table, "table", "FILE", "", "print the spreadsheet’s table as JSON",
                  "Prints the headers, rows and row numbers of the spreadsheet FILE as they were read."},
+    CommandEntry{worksheets, "worksheets", "FILE", "", "print the names of a workbook’s worksheets as JSON",
+                 "Prints the names of the worksheets of the workbook FILE in order; a text file has none. The first is "
+                 "the one that --sheet 1 reads."},
     CommandEntry{cards, "cards", "FILE", "", "print the cards as JSON",
                  "Prints which column feeds which field, every card, the rows whose quantity isn’t a number, the "
                  "pictures that can’t be found, and the number of copies."},

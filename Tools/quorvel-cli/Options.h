@@ -13,7 +13,7 @@
 
 namespace quorvel::CommandLine {
 
-enum class Command { sample, sheets, images, tts, calibration, table, cards };
+enum class Command { sample, sheets, images, tts, calibration, table, worksheets, cards };
 
 enum class Existing { keep, replace };
 enum class Talk { normal, quiet };

@@ -43,6 +43,8 @@ Result run(const Options& options) {
             return calibrationCommand(options);
         case Command::table:
             return tableCommand(options);
+        case Command::worksheets:
+            return worksheetsCommand(options);
         case Command::cards:
             return cardsCommand(options);
     }
