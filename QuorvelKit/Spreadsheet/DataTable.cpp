@@ -3,9 +3,8 @@
 #include "Foundation/Text.h"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
-#include <unordered_map>
-#include <unordered_set>
 
 namespace quorvel {
 
@@ -15,22 +14,19 @@ namespace {
 /// " 2", " 3" and so on that is free.
 class UniqueNames {
 public:
-    explicit UniqueNames(std::size_t count) { used_.reserve(count); }
-
     std::string add(std::string name) {
-        const std::string key = Text::lowercased(name);
-        if (used_.insert(key).second) return name;
+        const auto [entry, isNew] = nextNumbers_.try_emplace(Text::lowercased(name), 2);
+        if (isNew) return name;
         // Names are only ever added, so a number that was taken stays taken and needn't be tried again.
-        std::size_t& number = nextNumbers_.try_emplace(key, 2).first->second;
-        for (;; ++number) {
+        for (std::size_t& number = entry->second;; ++number) {
             const std::string suffix = " " + std::to_string(number);
-            if (used_.insert(key + suffix).second) return name + suffix;
+            if (nextNumbers_.try_emplace(entry->first + suffix, 2).second) return name + suffix;
         }
     }
 
 private:
-    std::unordered_set<std::string> used_;
-    std::unordered_map<std::string, std::size_t> nextNumbers_;
+    // Ordered: a file's author can't choose names that make it slow, as those of one hash would.
+    std::map<std::string, std::size_t> nextNumbers_;  // of every name given out, lower-cased
 };
 
 /// As much of a header cell as becomes a name. Cells may share one text, but each name is a text of its own, so a long
@@ -45,7 +41,7 @@ std::string_view nameText(std::string_view cell) {
 }
 
 std::vector<std::string> columnNames(const TextRows& rows, std::size_t headerRow, std::size_t width) {
-    UniqueNames names(width);
+    UniqueNames names;
     std::vector<std::string> result;
     result.reserve(width);
     for (std::size_t column = 0; column < width; ++column) {

@@ -18,6 +18,9 @@ using Kind = NumberFormat::Kind;
 /// Whole numbers below it have all their digits in a double and are shown without an exponent.
 constexpr double wholeLimit = 1e15;
 
+/// Whole numbers have fifteen digits at most. A code of far more zeros would only make a small file into a large table.
+constexpr std::size_t widestPadding = 64;
+
 /// The end of the year 9999.
 constexpr double lastDay = 2958465.999;
 
@@ -151,8 +154,7 @@ NumberFormat classifyCode(std::string_view code) {
     if (hasClock) return {Kind::time};
     if (hasAny("m") && !hasAny("0#")) return {Kind::date};
     if (hasAny("%")) return {Kind::percent};
-    // Excel takes no code of more than 255 characters; a longer one would only make a small file into a large table.
-    if (plain.size() >= 2 && plain.size() <= 255 && plain.find_first_not_of('0') == std::string::npos)
+    if (plain.size() >= 2 && plain.size() <= widestPadding && plain.find_first_not_of('0') == std::string::npos)
         return {Kind::zeroPadded, static_cast<std::uint8_t>(plain.size())};
     return {Kind::general};
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <limits>
 #include <map>
 #include <optional>
 #include <utility>
@@ -16,10 +17,16 @@ namespace quorvel::XLSX {
 namespace {
 
 // Ordered maps, here and for the formats: nobody can craft keys that make them slow.
-using Relationships = std::map<std::string, std::string, std::less<>>;
+using Relationships = std::map<std::string, std::uint32_t, std::less<>>;  // from an id to the index of its target
+
+constexpr std::uint32_t noTarget = std::numeric_limits<std::uint32_t>::max();
 
 std::unexpected<Failure> failure(std::string message) {
     return std::unexpected(Failure(std::move(message)));
+}
+
+std::unexpected<Failure> unreadable(std::string_view words) {
+    return failure("Part of the workbook couldn’t be read (" + std::string(words) + ").");
 }
 
 void ignoreText(std::string_view, std::string&) {}
@@ -86,7 +93,7 @@ std::expected<Workbook, Failure> Workbook::open(std::string_view bytes) {
     workbook.entries_ = std::move(*entries);
     for (const auto step : {&Workbook::readSheetList, &Workbook::readSharedStrings, &Workbook::readStyles})
         if (auto done = (workbook.*step)(); !done) return std::unexpected(std::move(done.error()));
-    if (workbook.sheets_.empty()) return failure("The workbook has no sheets.");
+    if (workbook.sheetCount() == 0) return failure("The workbook has no sheets.");
     return workbook;
 }
 
@@ -119,14 +126,15 @@ std::expected<void, Failure> Workbook::feed(const ZipReader::Entry& entry, XMLEv
     }
     if (auto verified = member->verify(); !verified) return std::unexpected(Failure(std::move(verified.error())));
     events.push(std::string_view(buffer).substr(0, held));
-    if (const auto finished = events.finish(); !finished)
-        return failure("Part of the workbook couldn’t be read (" + finished.error() + ").");
+    if (const auto finished = events.finish(); !finished) return unreadable(finished.error());
     return {};
 }
 
 std::expected<void, Failure> Workbook::readSheetList() {
-    const ZipReader::Entry* list = ZipReader::find("xl/workbook.xml", entries_);
-    if (!list) return failure("It isn’t an Excel workbook (.xlsx).");
+    // Whole, because damage to it weighs more than what is wrong with the relationships.
+    const auto list = ZipReader::read("xl/workbook.xml", bytes_, &entries_);
+    if (!list) return std::unexpected(Failure(list.error()));
+    if (!*list) return failure("It isn’t an Excel workbook (.xlsx).");
 
     Relationships relationships;
     if (const auto* part = ZipReader::find("xl/_rels/workbook.xml.rels", entries_)) {
@@ -134,29 +142,28 @@ std::expected<void, Failure> Workbook::readSheetList() {
             if (name != "Relationship") return;
             const auto id = attributes.find("Id");
             const auto target = attributes.find("Target");
-            if (id && target) relationships.insert_or_assign(std::string(*id), std::string(*target));
+            if (!id || !target) return;
+            relationships.insert_or_assign(std::string(*id), static_cast<std::uint32_t>(targets_.size()));
+            targets_.append(*target);
         };
         if (auto parsed = parse(*part, onStart, ignoreText); !parsed) return parsed;
     }
 
-    const auto target = [&](const XMLAttributes& attributes) {
-        const auto id = attributes.findIf(namesRelationship);
-        const auto found = id ? relationships.find(id->value) : relationships.end();
-        if (found != relationships.end()) return found->second;
-        return "worksheets/sheet" + std::to_string(sheets_.size() + 1) + ".xml";
+    const auto onStart = [&](std::string_view name, const XMLAttributes& attributes) {
+        if (name == "workbookPr") {
+            if (const auto flag = attributes.find("date1904"))
+                dates_ = *flag == "1" || *flag == "true" ? DateSystem::from1904 : DateSystem::from1900;
+        } else if (name == "sheet") {
+            const auto sheetName = attributes.find("name");
+            if (!sheetName) return;
+            const auto id = attributes.findIf(namesRelationship);
+            const auto found = id ? relationships.find(id->value) : relationships.end();
+            sheetNames_.append(*sheetName);
+            sheetTargets_.push_back(found == relationships.end() ? noTarget : found->second);
+        }
     };
-    return parse(
-        *list,
-        [&](std::string_view name, const XMLAttributes& attributes) {
-            if (name == "workbookPr") {
-                if (const auto flag = attributes.find("date1904"))
-                    dates_ = *flag == "1" || *flag == "true" ? DateSystem::from1904 : DateSystem::from1900;
-            } else if (name == "sheet") {
-                if (const auto sheetName = attributes.find("name"))
-                    sheets_.push_back({std::string(*sheetName), memberPath(target(attributes))});
-            }
-        },
-        ignoreText);
+    if (const auto parsed = XMLEvents::parse(**list, onStart, ignoreText); !parsed) return unreadable(parsed.error());
+    return {};
 }
 
 std::expected<void, Failure> Workbook::readSharedStrings() {
@@ -220,17 +227,26 @@ std::expected<void, Failure> Workbook::readStyles() {
 
 std::vector<std::string> Workbook::sheetNames() const {
     std::vector<std::string> names;
-    names.reserve(sheets_.size());
-    for (const Sheet& sheet : sheets_) names.push_back(sheet.name);
+    names.reserve(sheetCount());
+    for (std::size_t i = 0; i < sheetCount(); ++i) names.emplace_back(sheetNames_[i]);
     return names;
 }
 
+Sheet Workbook::sheet(std::size_t index) const {
+    const std::uint32_t target = sheetTargets_[index];
+    return {
+        std::string(sheetNames_[index]),
+        memberPath(target == noTarget ? "worksheets/sheet" + std::to_string(index + 1) + ".xml" : targets_[target])};
+}
+
 std::expected<TextRows, Failure> Workbook::rows(std::int64_t index) && {
-    if (index < 0 || static_cast<std::uint64_t>(index) >= sheets_.size())
-        return failure("The workbook has no sheet " + std::to_string(index + 1) + ".");
-    const Sheet& sheet = sheets_[static_cast<std::size_t>(index)];
-    const ZipReader::Entry* part = ZipReader::find(sheet.path, entries_);
-    if (!part) return failure("The sheet “" + sheet.name + "” is missing from the file.");
+    if (index < 0 || static_cast<std::uint64_t>(index) >= sheetCount()) {
+        constexpr std::int64_t last = std::numeric_limits<std::int64_t>::max() - 1;  // that can be counted from 1
+        return failure("The workbook has no sheet " + std::to_string(std::min(index, last) + 1) + ".");
+    }
+    const Sheet wanted = sheet(static_cast<std::size_t>(index));
+    const ZipReader::Entry* part = ZipReader::find(wanted.path, entries_);
+    if (!part) return failure("The sheet “" + wanted.name + "” is missing from the file.");
     Worksheet worksheet(std::move(sharedStrings_), formats_, dates_);
     XMLEvents events([&](std::string_view name, const XMLAttributes& attributes) { worksheet.start(name, attributes); },
                      [&](std::string_view name, std::string& text) { worksheet.end(name, text); });

@@ -7,6 +7,7 @@
 #include "Spreadsheet/XMLEvents.h"
 #include "Spreadsheet/ZipReader.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <string>
@@ -29,8 +30,9 @@ public:
     /// Reads no sheet yet. `bytes` must outlive the workbook.
     static std::expected<Workbook, Failure> open(std::string_view bytes);
 
-    const std::vector<Sheet>& sheets() const { return sheets_; }
+    std::size_t sheetCount() const { return sheetNames_.size(); }
     std::vector<std::string> sheetNames() const;
+    Sheet sheet(std::size_t index) const;
 
     /// The cells of one sheet, counted from 0, as text: row i is the sheet's row i + 1, and all rows have one width.
     /// Rows behind the 100,000th and columns behind the 500th are dropped. Takes the shared strings with it, so that it
@@ -50,7 +52,11 @@ private:
 
     std::string_view bytes_;
     std::vector<ZipReader::Entry> entries_;
-    std::vector<Sheet> sheets_;
+    // A target may be long and serve any number of sheets, so it is kept once, and paths are made when they are asked
+    // for.
+    TextList targets_;
+    TextList sheetNames_;
+    std::vector<std::uint32_t> sheetTargets_;  // for each sheet the index of its target, or noTarget
     TextList sharedStrings_;
     std::vector<NumberFormat> formats_;  // by the index of a cell style
     DateSystem dates_ = DateSystem::from1900;

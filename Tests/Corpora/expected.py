@@ -126,8 +126,8 @@ def sheets(path):
             elif isinstance(value, (int, float)):
                 kind = classified(cell._style.numFmtId, cell.number_format)
                 text = shown(value, kind, from_1904)
-            elif isinstance(value, (datetime.datetime, datetime.date, datetime.time, datetime.timedelta)):
-                text = ("iso", value)
+            elif isinstance(value, (datetime.datetime, datetime.date, datetime.time)):
+                text = value.isoformat().removesuffix("T00:00:00")
             else:
                 text = str(value)
             if text != "":

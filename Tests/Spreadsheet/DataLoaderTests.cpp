@@ -38,6 +38,8 @@ TEST(DataLoader, recognisesFilesByNameAndContent) {
     EXPECT_EQ(outcome(pngStart, "art.csv"), "“art.csv” doesn’t look like a CSV or Excel file.");
     EXPECT_EQ(outcome("", "cards.csv"), "“cards.csv” is empty.");
     EXPECT_EQ(outcome("\n \n,,\r\n", "cards.csv"), "“cards.csv” is empty.");
+    EXPECT_EQ(outcome("a\0,\0b\0\n\0"sv, "cards.csv"), "“cards.csv” doesn’t look like a CSV or Excel file.")
+        << "UTF-16 without a mark";
     EXPECT_EQ(outcome("\xFF\xFE"
                       "abc",
                       "cards.csv"),

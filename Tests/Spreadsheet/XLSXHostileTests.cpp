@@ -153,8 +153,30 @@ TEST(XLSXHostile, readsAMillionSheets) {
     const std::string bytes = workbookBytes(parts);
     auto workbook = XLSX::Workbook::open(bytes);
     ASSERT_TRUE(workbook);
-    EXPECT_EQ(workbook->sheets().size(), 1'000'000U);
+    EXPECT_EQ(workbook->sheetCount(), 1'000'000U);
     EXPECT_EQ(std::move(*workbook).rows(999'999)->cell(0, 0), "7");
+}
+
+TEST(XLSXHostile, keepsTheListOfSheetsSmall) {
+    WorkbookParts parts;
+    parts.workbook = "<workbook>" + repeated("<sheet name=''/>", 1'000'000) + "</workbook>";
+    const std::string bytes = workbookBytes(parts);
+    const HeapMeter meter;
+    const auto workbook = XLSX::Workbook::open(bytes);
+    ASSERT_TRUE(workbook);
+    EXPECT_EQ(workbook->sheet(999'999).path, "xl/worksheets/sheet1000000.xml");
+    EXPECT_LT(meter.peak(), 48 * mebibyte);  // three times the list
+}
+
+TEST(XLSXHostile, sharesOneLongTargetBetweenAllItsSheets) {
+    WorkbookParts parts;
+    parts.relationships =
+        "<Relationships><Relationship Id='r' Target='" + std::string(mebibyte, 'x') + "'/></Relationships>";
+    parts.workbook = "<workbook>" + repeated("<sheet name='S' id='r'/>", 100'000) + "</workbook>";
+    const std::string bytes = workbookBytes(parts);
+    const HeapMeter meter;
+    EXPECT_EQ(failureOf(bytes), "The sheet “S” is missing from the file.");
+    EXPECT_LT(meter.peak(), 32 * mebibyte);
 }
 
 TEST(XLSXHostile, readsAMillionMembers) {
@@ -251,6 +273,22 @@ TEST(XLSXHostile, stopsAtNestedEntities) {
 TEST(XLSXHostile, stopsAtDeepNesting) {
     EXPECT_EQ(failureOf(workbookBytes(repeated("<c>", 10'000'000))),
               "Part of the workbook couldn’t be read (elements nested too deeply).");
+}
+
+TEST(XLSXHostile, boundsWhatPaddingMakesOfNumbers) {
+    constexpr std::size_t rows = 4000;
+    constexpr std::size_t columns = 500;
+    WorkbookParts parts;
+    parts.styles = test::stylesXML({std::string(64, '0'), std::string(255, '0')});
+    const std::string row =
+        "<row>" + repeated("<c s=\"0\"><v>1</v></c><c s=\"1\"><v>1</v></c>", columns / 2) + "</row>";
+    const std::string bytes = workbookBytes(repeated(row, rows), parts);
+    const HeapMeter meter;
+    const auto grid = XLSX::rows(bytes, 0);
+    ASSERT_TRUE(grid);
+    EXPECT_EQ(grid->cell(rows - 1, 0), std::string(63, '0') + "1");
+    EXPECT_EQ(grid->cell(rows - 1, 1), "1");
+    EXPECT_LT(meter.peak(), rows * columns * (64 + 33));
 }
 
 TEST(XLSXHostile, classifiesALongFormatOnce) {

@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace quorvel {
 namespace {
@@ -229,6 +230,11 @@ TEST(XLSX, findsSheetsByTheirRelationships) {
     parts.relationships = "<Relationships><Relationship Id='rId2' Target='worksheets/sheet1.xml'/></Relationships>";
     EXPECT_EQ(gridOf(workbookBytes(parts), 0), Grid{{"1"}});
     EXPECT_EQ(gridOf(workbookBytes(parts), 1), Grid{{"1"}});
+    // Of two with one id the last counts.
+    parts.relationships =
+        "<Relationships><Relationship Id='rId1' Target='gone.xml'/>"
+        "<Relationship Id='rId1' Target='worksheets/sheet2.xml'/></Relationships>";
+    EXPECT_EQ(gridOf(workbookBytes(parts), 0), Grid{{"2"}});
 }
 
 TEST(XLSX, takesAnyAttributeThatEndsInIdForTheRelationship) {
@@ -289,6 +295,9 @@ TEST(XLSX, saysWhichSheetIsMissing) {
     parts.sheets = {{"Cards", worksheetXML("")}};
     EXPECT_EQ(failureOf(workbookBytes(parts), 1), "The workbook has no sheet 2.");
     EXPECT_EQ(failureOf(workbookBytes(parts), -1), "The workbook has no sheet 0.");
+    EXPECT_EQ(failureOf(workbookBytes(parts), -5), "The workbook has no sheet -4.");
+    for (const std::int64_t far : {std::numeric_limits<std::int64_t>::max(), std::numeric_limits<std::int64_t>::min()})
+        EXPECT_TRUE(failureOf(workbookBytes(parts), far).starts_with("The workbook has no sheet ")) << far;
     parts.workbook = "<workbook><sheets/></workbook>";
     EXPECT_EQ(failureOf(workbookBytes(parts)), "The workbook has no sheets.");
     EXPECT_EQ(XLSX::sheetNames(workbookBytes(parts)).error().message, "The workbook has no sheets.");
@@ -339,6 +348,16 @@ TEST(XLSX, passesTheArchivesFailuresOn) {
     EXPECT_EQ(with("xl/styles.xml", [](auto& m) { m.size = 0x20000000; }), "“xl/styles.xml” is damaged.");
     EXPECT_EQ(with("xl/worksheets/sheet1.xml", [](auto& m) { m.compressedSize = 0x20000000; }),
               "“xl/worksheets/sheet1.xml” is damaged.");
+    // The list of sheets is the first thing read: what is wrong with its relationships shows only if it is sound.
+    WorkbookParts parts;
+    parts.relationships = "<unreadable>";
+    test::ZipWriter::Member list;
+    list.path = "xl/workbook.xml";
+    list.crc32 = 1;
+    test::ZipWriter archive;
+    archive.add(list);
+    archive.add(test::workbookArchive(parts));
+    EXPECT_EQ(failureOf(archive.bytes()), "“xl/workbook.xml” didn’t check out (the file may be damaged).");
     // Damage to the archive is the better word for XML that it broke.
     EXPECT_EQ(with("xl/worksheets/sheet1.xml",
                    [](auto& m) { m.content = "<a>" + std::string(100'000, 'x') + "</a>", m.size = 1000; }),

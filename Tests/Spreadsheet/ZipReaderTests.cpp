@@ -186,6 +186,54 @@ TEST(ZipReader, takesFromTheZIP64FieldOnlyWhatTheHeaderLeavesOut) {
     EXPECT_EQ(outcome(cut), damaged);
 }
 
+TEST(ZipReader, asksTheZIP64RecordWhenAnyFieldLeavesItToIt) {
+    ZipWriter writer;
+    writer.add(member("hello"));
+    ZipWriter::End end;
+    end.zip64 = true;
+    const std::string sound = writer.bytes(end);
+    const std::size_t record = sound.find("PK\x06\x06");
+    const std::size_t place = sound.size() - 22;
+    const auto numbers = [](std::uint64_t count, std::uint64_t size, std::uint64_t offset) {
+        return little16(count) + little32(size) + little32(offset);
+    };
+    const auto outcomeWith = [&](const std::string& fields, std::string archive) {
+        archive.replace(place + 10, 10, fields);
+        const auto entries = ZipReader::entries(archive);
+        return entries ? std::to_string(entries->size()) + " members" : entries.error().message;
+    };
+    for (const std::string& fields : {numbers(0xFFFF, 7, 7), numbers(7, 0xFFFFFFFF, 7), numbers(7, 7, 0xFFFFFFFF)})
+        EXPECT_EQ(outcomeWith(fields, sound), "1 members");
+    EXPECT_EQ(outcomeWith(numbers(0, 46, 52), sound), "0 members");  // it isn't asked
+    std::string unasked = sound;
+    unasked[record] = 'X';
+    EXPECT_EQ(outcomeWith(numbers(0, 0, 0), unasked), "0 members");
+    EXPECT_EQ(outcomeWith(numbers(0xFFFF, 0, 0), unasked), "The file’s ZIP64 record is damaged.");
+    // Without a locator the fields stand as they are.
+    std::string lost = sound;
+    lost[place - 20] = 'X';
+    EXPECT_EQ(outcomeWith(numbers(1, 0xFFFFFFFF, 0), lost), cutOff);
+    EXPECT_EQ(outcomeWith(numbers(1, 0, 0xFFFFFFFF), lost), cutOff);
+    EXPECT_EQ(outcomeWith(numbers(0xFFFF, 0, 0), lost), damagedDirectory);
+}
+
+TEST(ZipReader, takesZIP64ValuesInTheirOrderFromEveryRecordOfTheirs) {
+    const auto with = [](std::string extra) {
+        ZipWriter::Member large = member("hello", Method::stored);
+        large.size = 0xFFFFFFFF;
+        large.extra = std::move(extra);
+        return outcome(large);
+    };
+    EXPECT_EQ(with(little16(1) + little16(8) + little64(5)), "hello");
+    EXPECT_EQ(with(little16(1) + little16(8) + little64(4) + little16(1) + little16(8) + little64(5)), "hello");
+    EXPECT_EQ(with(little16(1) + little16(0) + little64(5)), "hello");       // there, if not in the record
+    EXPECT_EQ(with(little16(1) + little16(0xFFFF) + little64(5)), "hello");  // a record that says it is longer
+    EXPECT_EQ(with(little16(2) + little16(8) + little64(5)), damaged);
+    EXPECT_EQ(with(little16(2) + little16(0xFFFF) + little16(1) + little16(8) + little64(5)), damaged);
+    EXPECT_EQ(with(little16(1) + little16(8) + little64(~std::uint64_t{0})), damaged);
+    EXPECT_EQ(with(little16(1)), damaged);
+}
+
 TEST(ZipReader, reportsADamagedZIP64Record) {
     const std::string_view message = "The file’s ZIP64 record is damaged.";
     const std::size_t soundSize = archiveOf(member("hello")).size();
