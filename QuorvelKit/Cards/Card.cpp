@@ -9,7 +9,7 @@ namespace quorvel {
 namespace {
 
 std::string_view cell(const Card& card, std::size_t column) {
-    const TextRows& rows = card.source->table.rows;
+    const TextRows& rows = card.source->table->rows;
     const auto row = static_cast<std::size_t>(card.id);
     return row < rows.rowCount() ? rows.cell(row, column) : std::string_view();
 }
@@ -28,16 +28,17 @@ bool sameTexts(const Card& a, const CardSource::Columns& columnsA, const Card& b
 }
 
 const CardSource& sourceOf(const Card& card) {
-    static const CardSource empty{DataTable(), FieldMapping()};
+    static const CardSource empty{std::make_shared<const DataTable>(), FieldMapping()};
     return card.source ? *card.source : empty;
 }
 
 }  // namespace
 
-CardSource::CardSource(DataTable givenTable, const FieldMapping& mapping) : table(std::move(givenTable)) {
-    for (std::size_t i = 0; i < table.headers.size(); ++i) {
-        headerColumns.emplace(table.headers[i], i);
-        lowercasedHeaderColumns.emplace(Text::lowercased(table.headers[i]), i);
+CardSource::CardSource(std::shared_ptr<const DataTable> givenTable, const FieldMapping& mapping)
+    : table(std::move(givenTable)) {
+    for (std::size_t i = 0; i < table->headers.size(); ++i) {
+        headerColumns.emplace(table->headers[i], i);
+        lowercasedHeaderColumns.emplace(Text::lowercased(table->headers[i]), i);
     }
     for (const auto& [field, header] : mapping.columns)
         if (const auto found = headerColumns.find(header); found != headerColumns.end())
@@ -52,8 +53,8 @@ std::optional<std::size_t> CardSource::column(std::string_view name) const {
     if (const auto found = lowercasedHeaderColumns.find(lower); found != lowercasedHeaderColumns.end())
         return found->second;
     // What is left are letters that lower case alone doesn't bring together, such as "ß" and "SS".
-    for (std::size_t i = 0; i < table.headers.size(); ++i)
-        if (Text::equalsIgnoringCase(table.headers[i], name)) return i;
+    for (std::size_t i = 0; i < table->headers.size(); ++i)
+        if (Text::equalsIgnoringCase(table->headers[i], name)) return i;
     return std::nullopt;
 }
 

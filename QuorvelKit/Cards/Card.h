@@ -17,12 +17,12 @@ namespace quorvel {
 struct CardSource {
     using Columns = std::map<std::string, std::size_t, std::less<>>;
 
-    DataTable table;
-    Columns fieldColumns;             ///< by field name; fields whose column doesn't exist are left out
-    Columns headerColumns;            ///< by header, as written
-    Columns lowercasedHeaderColumns;  ///< by lower-cased header
+    std::shared_ptr<const DataTable> table;  ///< never null
+    Columns fieldColumns;                    ///< by field name; fields whose column doesn't exist are left out
+    Columns headerColumns;                   ///< by header, as written
+    Columns lowercasedHeaderColumns;         ///< by lower-cased header
 
-    CardSource(DataTable table, const FieldMapping& mapping);
+    CardSource(std::shared_ptr<const DataTable> table, const FieldMapping& mapping);
 
     /// Where the value of a placeholder's name stands, if anywhere; the order of looking is that of Card::value.
     std::optional<std::size_t> column(std::string_view name) const;

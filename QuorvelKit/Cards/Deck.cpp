@@ -7,10 +7,13 @@
 
 namespace quorvel {
 
-Deck::Deck(DataTable table, const FieldMapping& mapping) {
+Deck::Deck(DataTable table, const FieldMapping& mapping)
+    : Deck(std::make_shared<const DataTable>(std::move(table)), mapping) {}
+
+Deck::Deck(std::shared_ptr<const DataTable> table, const FieldMapping& mapping) {
     const auto source = std::make_shared<const CardSource>(std::move(table), mapping);
-    const TextRows& rows = source->table.rows;
-    const std::vector<std::int64_t>& rowNumbers = source->table.rowNumbers;
+    const TextRows& rows = source->table->rows;
+    const std::vector<std::int64_t>& rowNumbers = source->table->rowNumbers;
     // The field alone: a column that merely has its name counts only when it is mapped.
     const auto quantityColumn = source->fieldColumns.find(textOf(Field::quantity));
     const bool hasQuantities = quantityColumn != source->fieldColumns.end();
@@ -38,6 +41,19 @@ std::vector<Card> Deck::printedCards(const std::vector<Card>& cards) {
     printed.reserve(static_cast<std::size_t>(std::max<std::int64_t>(totalCopies(cards), 0)));
     for (const Card& card : cards)
         for (std::int64_t copy = 0; copy < card.quantity; ++copy) printed.push_back(card);
+    return printed;
+}
+
+std::vector<Card> Deck::printedCards(const std::vector<Card>& cards, std::int64_t first, std::int64_t count) {
+    std::vector<Card> printed;
+    std::int64_t place = 0;  // of the card's first copy
+    for (const Card& card : cards) {
+        const std::int64_t from = std::max(first, place);
+        const std::int64_t to = std::min(first + count, place + card.quantity);
+        for (std::int64_t copy = from; copy < to; ++copy) printed.push_back(card);
+        place += card.quantity;
+        if (place >= first + count) break;
+    }
     return printed;
 }
 

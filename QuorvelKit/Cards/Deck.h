@@ -3,6 +3,7 @@
 #include "Cards/Card.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace quorvel {
@@ -14,7 +15,9 @@ struct Deck {
 
     Deck() = default;
 
-    /// One card for each row of `table`. Entries of the mapping whose column doesn't exist are passed over.
+    /// One card for each row of `table`, which they share. Entries of the mapping whose column doesn't exist are passed
+    /// over.
+    Deck(std::shared_ptr<const DataTable> table, const FieldMapping& mapping);
     Deck(DataTable table, const FieldMapping& mapping);
 
     bool operator==(const Deck&) const = default;
@@ -23,6 +26,9 @@ struct Deck {
 
     /// The print list: each card `quantity` times, copies side by side.
     static std::vector<Card> printedCards(const std::vector<Card>& cards);
+
+    /// `count` cards of the print list from place `first` on, fewer at its end, without writing the whole list out.
+    static std::vector<Card> printedCards(const std::vector<Card>& cards, std::int64_t first, std::int64_t count);
 
     /// The print list with each card (by `id`) at its first place only.
     static std::vector<Card> uniquePrintedCards(const std::vector<Card>& printed);

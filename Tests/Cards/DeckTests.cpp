@@ -83,6 +83,19 @@ TEST(Deck, AllZeroPrintsNothing) {
     EXPECT_EQ(deck.cards.size(), 2u);
 }
 
+TEST(Deck, APartOfThePrintListIsThatPartOfTheWhole) {
+    const Deck deck(table(), nameAndQuantity);
+    const std::vector<Card> whole = Deck::printedCards(deck.cards);
+    const auto total = std::int64_t(whole.size());
+    for (std::int64_t first = 0; first <= total + 2; ++first)
+        for (std::int64_t count = 0; count <= total + 2; ++count) {
+            const auto from = whole.begin() + std::min(first, total);
+            const auto to = whole.begin() + std::min(first + count, total);
+            EXPECT_EQ(Deck::printedCards(deck.cards, first, count), std::vector<Card>(from, to))
+                << first << " " << count;
+        }
+}
+
 TEST(Deck, CopiesShareOneTable) {
     const Deck deck(table(), nameAndQuantity);
     const Deck copy = deck;
