@@ -71,6 +71,18 @@ std::expected<std::string, FileFailure> read(const std::filesystem::path& path, 
     return bytes;
 }
 
+std::expected<void, FileFailure> write(const std::filesystem::path& path, std::string_view bytes) {
+    const auto failure = [&](int code) {
+        return std::unexpected(FileFailure{path, code, FileFailure::Operation::write});
+    };
+    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666));
+    if (!file) return failure(errno);
+    if (const int error = file.write(bytes)) return failure(error);
+    // Some file systems tell only now that the disk was full.
+    if (const int error = file.close()) return failure(error);
+    return {};
+}
+
 bool isRegularFile(const std::filesystem::path& path) {
     struct stat status{};
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);

@@ -94,6 +94,17 @@ TEST_F(AtomicFileTest, writesThroughLinks) {
     EXPECT_TRUE(fs::is_symlink(folder / "dangling"));
     EXPECT_EQ(FileBytes::read(folder / "real/new"), "three");
 
+    // Relative targets begin at the link's own folder, wherever the path to it led.
+    fs::create_directory(folder / "links");
+    fs::create_directory_symlink("../real", folder / "links/folder");
+    fs::create_symlink("../links/later", folder / "real/up");
+    ASSERT_TRUE(write(folder / "links/folder/up", "four"));
+    EXPECT_TRUE(fs::is_symlink(folder / "real/up"));
+    EXPECT_EQ(FileBytes::read(folder / "links/later"), "four");
+    fs::create_symlink("none/a", folder / "nowhere");
+    expectFailure(folder / "nowhere", ENOENT);
+    EXPECT_TRUE(fs::is_symlink(folder / "nowhere"));
+
     fs::create_symlink("loop", folder / "loop");
     expectFailure(folder / "loop", ELOOP);
 }

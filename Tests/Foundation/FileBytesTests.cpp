@@ -89,5 +89,26 @@ TEST_F(FileBytesTest, readsFilesOfUnknownSize) {
     EXPECT_EQ(read("/proc/self/status", 10).error().code, EFBIG) << "it reports a size of 0 and grows while it is read";
 }
 
+TEST_F(FileBytesTest, writesEveryByte) {
+    std::string bytes;
+    for (int i = 0; i < 300'000; ++i) bytes += static_cast<char>(i * 7);
+    ASSERT_TRUE(write(folder / "new", bytes));
+    EXPECT_EQ(read(folder / "new"), bytes);
+    ASSERT_TRUE(write(make("old", bytes), "short"));
+    EXPECT_EQ(read(folder / "old"), "short");
+    ASSERT_TRUE(write(folder / "empty", ""));
+    EXPECT_EQ(read(folder / "empty"), "");
+}
+
+TEST_F(FileBytesTest, tellsWhyItCannotWrite) {
+    const auto codeOf = [](const std::filesystem::path& path) { return write(path, "bytes").error().code; };
+    constexpr auto operation = FileFailure::Operation::write;
+    EXPECT_EQ(write(folder / "none/a", "x"), std::unexpected(FileFailure{folder / "none/a", ENOENT, operation}));
+    EXPECT_EQ(codeOf(make("a", "") / "b"), ENOTDIR);
+    EXPECT_EQ(codeOf(folder.path()), EISDIR);
+    EXPECT_EQ(codeOf(folder / std::string(300, 'x')), ENAMETOOLONG);
+    EXPECT_EQ(codeOf("/dev/full"), ENOSPC);
+}
+
 }  // namespace
 }  // namespace quorvel::FileBytes
