@@ -135,13 +135,7 @@ public:
     }
 
     Done append(std::string_view bytes) {
-        while (!bytes.empty()) {
-            const ssize_t count = ::write(file_.get(), bytes.data(), bytes.size());
-            if (count < 0 && errno == EINTR) continue;
-            if (count < 0) return std::unexpected(errno);
-            if (count == 0) return std::unexpected(EIO);
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        }
+        if (const int error = file_.write(bytes)) return std::unexpected(error);
         return {};
     }
 

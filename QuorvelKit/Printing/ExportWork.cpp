@@ -1,6 +1,8 @@
 #include "Printing/ExportWork.h"
 
 #include "Foundation/Text.h"
+#include "Printing/CalibrationPage.h"
+#include "Printing/SheetLayout.h"
 #include "Printing/TTSSheet.h"
 #include "Rendering/CardImage.h"
 
@@ -64,13 +66,18 @@ std::string description(const Failure& failure) {
     return std::get<FileFailure>(failure).description();
 }
 
+std::string notice(const Outcome& outcome, const std::filesystem::path& target) {
+    return "Saved " + std::to_string(outcome.count) + " " + std::string(outcome.whatIsSaved) + " to “" +
+           std::string(Text::lastPathComponent(target.native())) + "”.";
+}
+
 std::expected<Outcome, Failure> sheets(const std::vector<Card>& printed, const CardRenderer& renderer,
                                        const SheetSettings& settings, const std::string& title,
                                        const std::string& fileName, const Sink& sink, const Progress& progress) {
     const auto pdf = SheetPDF::make(printed, renderer, settings, title, progress);
     if (!pdf) return std::unexpected(pdf.error());
     if (const auto written = sink(fileName, *pdf); !written) return std::unexpected(written.error());
-    return Outcome{.count = std::size_t(SheetPDF::pageCount(*pdf))};
+    return Outcome{.count = std::size_t(SheetPDF::pageCount(*pdf)), .whatIsSaved = "pages"};
 }
 
 std::expected<Outcome, FileFailure> images(const std::vector<Card>& unique, const CardRenderer& renderer,
@@ -109,7 +116,7 @@ std::expected<Outcome, FileFailure> images(const std::vector<Card>& unique, cons
         },
         threads, threads + 2);
     if (delivery.failure()) return std::unexpected(*delivery.failure());
-    return Outcome{.count = count};
+    return Outcome{.count = count, .whatIsSaved = "card images"};
 }
 
 std::expected<Outcome, FileFailure> tts(const std::vector<Card>& printed, const CardRenderer& renderer,
@@ -118,7 +125,7 @@ std::expected<Outcome, FileFailure> tts(const std::vector<Card>& printed, const 
     const auto sheetsASide = std::size_t(TTSSheet::sheetCount(std::int64_t(printed.size())));
     const std::size_t allSheets = sheetsASide * (varyingBack ? 2 : 1);
     Delivery delivery(sink);
-    Outcome outcome;
+    Outcome outcome{.count = 0, .whatIsSaved = "deck sheets"};
     std::size_t done = 0;
     std::string lines;
 
@@ -151,12 +158,21 @@ std::expected<Outcome, FileFailure> tts(const std::vector<Card>& printed, const 
         return !bytes || delivery.deliver("Back.png", *bytes);
     };
     const auto writeReadMe = [&] {
-        return delivery.deliver("README.txt", std::string(readMeParagraph) + "\n\n" + lines + "\n");
+        return delivery.deliver(std::string(readMeName), std::string(readMeParagraph) + "\n\n" + lines + "\n");
     };
 
     if (writeSheets(Side::front) && (!varyingBack || writeSheets(Side::back)) && writeBack() && writeReadMe())
         return outcome;
     return std::unexpected(*delivery.failure());
+}
+
+std::expected<void, Failure> calibrationPage(const CardTemplate& design, const SheetSettings& settings,
+                                             const std::string& fileName, const Sink& sink) {
+    const auto layout = SheetLayout::make(settings, design.size.widthMM, design.size.heightMM, design.bleedMM);
+    const auto pdf = SheetPDF::calibrationPage(settings, layout && layout->landscape);
+    if (!pdf) return std::unexpected(SheetPDF::Failure::couldNotWrite);
+    if (const auto written = sink(fileName, *pdf); !written) return std::unexpected(written.error());
+    return {};
 }
 
 std::string proposedName(std::string_view deckName, std::string_view suffix) {

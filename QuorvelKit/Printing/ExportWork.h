@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <expected>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -29,11 +30,20 @@ using Progress = std::function<void(std::size_t done, std::size_t total)>;
 using Failure = std::variant<SheetPDF::Failure, FileFailure>;
 std::string description(const Failure& failure);
 
-/// What an export says when it has ended. `count` is of pages, of cards or of front sheets.
+/// What an export has made.
 struct Outcome {
-    std::size_t count = 0;
+    std::size_t count = 0;         ///< of pages, of cards or of front sheets
+    std::string_view whatIsSaved;  ///< "pages", "card images" or "deck sheets"; lives as long as the program
     bool operator==(const Outcome&) const = default;
 };
+
+/// "Saved 14 card images to “Orchard card images”.": the last word to the user, by the last component of `target`.
+std::string notice(const Outcome& outcome, const std::filesystem::path& target);
+
+/// What stands on the screen meanwhile.
+inline constexpr std::string_view sheetsBusyText = "Making the PDF…";
+inline constexpr std::string_view imagesBusyText = "Saving card images…";
+inline constexpr std::string_view ttsBusyText = "Saving deck sheets…";
 
 /// Print sheets: one file of the given name. Counts pages.
 std::expected<Outcome, Failure> sheets(const std::vector<Card>& printed, const CardRenderer& renderer,
@@ -57,6 +67,15 @@ std::expected<Outcome, FileFailure> images(const std::vector<Card>& unique, cons
 std::expected<Outcome, FileFailure> tts(const std::vector<Card>& printed, const CardRenderer& renderer,
                                         const Sink& sink, const Progress& progress = {},
                                         unsigned threads = processorCount());
+
+/// The name of the one file of a Tabletop Simulator export that isn't a picture.
+inline constexpr std::string_view readMeName = "README.txt";
+
+/// The page that measures a printer's offset, in the orientation of the print sheets, as one file of the given name. A
+/// card that is too big for the paper is no reason not to measure the printer.
+std::expected<void, Failure> calibrationPage(const CardTemplate& design, const SheetSettings& settings,
+                                             const std::string& fileName, const Sink& sink);
+inline constexpr std::string_view calibrationNotice = "Saved the calibration page. Print it double-sided at 100%.";
 
 /// The name proposed for a file or folder made from a deck's name: "/" and control characters become blanks.
 std::string proposedName(std::string_view deckName, std::string_view suffix);

@@ -1,3 +1,4 @@
+#include "Printing/CalibrationPage.h"
 #include "Printing/ExportWork.h"
 #include "Rendering/TestCards.h"
 #include "Support/Images/ReadPNG.h"
@@ -239,6 +240,45 @@ TEST(ExportWork, PrintSheetsFailWithoutAFile) {
     folder.failAt = 1;
     const auto full = ExportWork::sheets(numberedCards(1), sharedBack, {}, "", "a.pdf", folder.sink());
     EXPECT_EQ(ExportWork::description(full.error()), (FileFailure{"a.pdf", ENOSPC}).description());
+}
+
+TEST(ExportWork, NoticesNameWhatWasSaved) {
+    const auto notice = [](std::size_t count, std::string_view what, const std::filesystem::path& target) {
+        return ExportWork::notice({.count = count, .whatIsSaved = what}, target);
+    };
+    EXPECT_EQ(notice(4, "pages", "/home/a/Orchard print sheets.pdf"), "Saved 4 pages to “Orchard print sheets.pdf”.");
+    EXPECT_EQ(notice(1, "card images", "out/"), "Saved 1 card images to “out”.");
+
+    CardRenderer renderer = tiny(varyingBack);
+    Folder folder;
+    const auto saidBy = [](const auto& outcome) { return ExportWork::notice(*outcome, "x"); };
+    EXPECT_EQ(saidBy(ExportWork::images(numberedCards(2), renderer, {}, folder.sink())), "Saved 2 card images to “x”.");
+    EXPECT_EQ(saidBy(ExportWork::tts(numberedCards(70), renderer, folder.sink())), "Saved 2 deck sheets to “x”.");
+    EXPECT_EQ(saidBy(ExportWork::sheets(numberedCards(2), renderer, {}, "", "a.pdf", folder.sink())),
+              "Saved 1 pages to “x”.");
+}
+
+TEST(ExportWork, TheCalibrationPageLiesLikeThePrintSheets) {
+    const auto pageFor = [](double widthMM, double heightMM) {
+        CardTemplate design = sharedBack.template_;
+        design.size = {CardSize::Preset::custom, widthMM, heightMM};
+        Folder folder;
+        EXPECT_TRUE(ExportWork::calibrationPage(design, {}, "a.pdf", folder.sink()));
+        EXPECT_THAT(folder.names, ElementsAre("a.pdf"));
+        return folder.files["a.pdf"];
+    };
+    const std::string portrait = *SheetPDF::calibrationPage({}, false);
+    const std::string landscape = *SheetPDF::calibrationPage({}, true);
+    ASSERT_TRUE(portrait != landscape);
+    EXPECT_TRUE(pageFor(63.5, 88.9) == portrait);
+    EXPECT_TRUE(pageFor(250, 100) == landscape);
+    EXPECT_TRUE(pageFor(900, 500) == portrait) << "too big for any paper";
+
+    Folder folder;
+    folder.failAt = 1;
+    const auto failed = ExportWork::calibrationPage(sharedBack.template_, {}, "a.pdf", folder.sink());
+    ASSERT_FALSE(failed);
+    EXPECT_EQ(ExportWork::description(failed.error()), (FileFailure{"a.pdf", ENOSPC}).description());
 }
 
 TEST(ExportWork, ProposedNames) {
