@@ -1,6 +1,9 @@
 // MakeSeeds FOLDER: writes a few sound inputs for every fuzz target into FOLDER/TARGET, for the fuzzer to start from.
 
 #include "Foundation/AtomicFile.h"
+#include "Library/BookmarkData.h"
+#include "Library/DeckProjectJSON.h"
+#include "Library/MakeDeck.h"
 #include "Samples/SampleDeck.h"
 #include "Samples/SampleTemplates.h"
 #include "Spreadsheet/CSV.h"
@@ -114,6 +117,9 @@ int main(int argc, char** argv) {
                 {templateFileText(SampleTemplates::make(SampleTemplates::Kind::classic, "Game")),
                  templateFileText(SampleTemplates::make(SampleTemplates::Kind::mini, "Game")),
                  R"({"paper":"a4","gutterMM":1.5})"});
+    ok &= write(top / "DeckJSONFuzz",
+                {prettyJSON(toJSON(makeDeck())), BookmarkData{"/game/cards.csv", FileIdentity{}}.encoded(),
+                 BookmarkData{"/game/caf\xE9.csv", {}}.encoded()});
     ok &= writePictures(top / "PictureFuzz");
     ok &= writeWorkbooks(top / "XLSXFuzz");
     ok &= writeArchives(top / "ZipFuzz");
