@@ -13,18 +13,12 @@
 #include <utility>
 
 namespace quorvel {
-namespace {
-
-/// An export holds a thread from its start to its end: two of them leave room for what is on screen.
-constexpr unsigned fewestThreads = 4;
-
-}  // namespace
 
 /// The main thread's side: what waits for a time, for a descriptor, or for its work's end. What is no longer listed
 /// here doesn't run.
 class QtScheduler::Loop : public QObject, public std::enable_shared_from_this<Loop> {
 public:
-    Loop() : posted_(queue_.descriptor(), QSocketNotifier::Read), pool_(std::max(fewestThreads, processorCount())) {
+    Loop() : posted_(queue_.descriptor(), QSocketNotifier::Read), pool_(threadCount()) {
         connect(&posted_, &QSocketNotifier::activated, [this] { runOnePosted(); });
     }
 
@@ -125,6 +119,11 @@ private:
     bool closed_ = false;
     WorkerPool pool_;
 };
+
+unsigned QtScheduler::threadCount() {
+    // An export holds a thread from its start to its end: two of them leave room for what is on screen.
+    return std::max(4u, processorCount());
+}
 
 QtScheduler::QtScheduler() : loop_(std::make_shared<Loop>()) {}
 

@@ -17,6 +17,9 @@ namespace quorvel {
 /// done by one of its own jobs. Tasks may outlive it.
 class QtScheduler final : public Scheduler {
 public:
+    /// How many pieces of work can run at once, at least 4.
+    static unsigned threadCount();
+
     QtScheduler();
     ~QtScheduler() override;
     QtScheduler(const QtScheduler&) = delete;
