@@ -48,6 +48,7 @@ public:
         std::shared_ptr<const Listener> listener_;
     };
 
+    /// The listener must not run an event loop, as a modal alert does: until it returns nothing else is announced.
     [[nodiscard]] Subscription subscribe(Listener listener);
 
     /// The span of one operation. The end of the outermost one announces.

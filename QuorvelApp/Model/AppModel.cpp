@@ -254,12 +254,10 @@ std::optional<ExportFlow::Input> AppModel::exportInput() const {
 }
 
 void AppModel::export_(ExportKind kind) {
-    const Announcer::Turn turn(announcer_);
     exports_.export_(kind, [this] { return exportInput(); });
 }
 
 void AppModel::saveCalibrationPage() {
-    const Announcer::Turn turn(announcer_);
     if (const DeckProject* current = currentProject()) exports_.saveCalibrationPage(*current);
 }
 

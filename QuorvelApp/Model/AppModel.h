@@ -59,6 +59,8 @@ public:
     std::optional<Card> canvasCardValue() const;
     /// What "Insert Field" and the rules offer.
     std::vector<std::string> knownFieldNames() const;
+    /// Whether each save of the spreadsheet is noticed. Announced as a change of the open deck.
+    bool isWatching() const { return loadCycle_.isWatching(); }
     /// By card id; out of date ones included.
     const std::map<std::int64_t, Image>& thumbnails() const { return thumbnails_.queue().images(); }
     /// Pages of the preview: 0 without a deck, with an empty list, or when the card doesn't fit.
@@ -74,6 +76,8 @@ public:
     void setCanvasCard(std::int64_t index);
     void setSheetPage(std::int64_t page);
     void setSheetBack(bool back);
+    /// Draws the page of the preview anew, for a view that comes on screen.
+    void refreshSheet() { renderSheet(); }
     void setSide(Side side);
     void selectLayer(std::optional<UUID> id);
     void clearError();
@@ -102,7 +106,8 @@ public:
     void renameDeck(UUID id, std::string_view name);
     void duplicateDeck(UUID id);
     void deleteDeck(UUID id);
-    /// Stores an edit of the open deck's record: print settings, image options, mapping. Not undoable.
+    /// Stores an edit of the open deck's record: print settings, image options, mapping. Not undoable. A record with a
+    /// number that isn't finite changes nothing, here and below, since it couldn't be read again.
     void updateProject(DeckProject project);
 
     // The design; every change of it is one undo step, but for a drag, which is one as a whole
@@ -124,6 +129,7 @@ public:
 
     /// The window's stack; without one nothing is undoable. The window owns it.
     void setUndoManager(std::weak_ptr<UndoStack> undoManager);
+    /// Nothing during a drag: its one step would be gone, and what it still moves couldn't be undone.
     void undo();
     void redo();
 

@@ -2,6 +2,7 @@
 
 #include "Model/AppModel.h"
 #include "Model/DeckOperations.h"
+#include "Model/Storable.h"
 #include "Samples/SampleDeck.h"
 #include "Spreadsheet/DataLoader.h"
 
@@ -43,7 +44,7 @@ void AppModel::saveAtOnce(const DeckProject& project) {
 
 void AppModel::updateProject(DeckProject project) {
     DeckProject* current = openProject();
-    if (!current || current->id != project.id || project == *current) return;
+    if (!current || current->id != project.id || project == *current || !isStorable(project)) return;
     const Announcer::Turn turn(announcer_);
     announcer_.note(Change::decks);
     const DeckProject old = std::exchange(*current, std::move(project));
@@ -84,6 +85,8 @@ void AppModel::newDeck(SampleTemplates::Kind kind, std::string_view name) {
 }
 
 void AppModel::openSampleDeck(SampleTemplates::Kind kind) {
+    // A second click, while nothing has come of the first, is no wish for two.
+    if (!sampleTasks_.empty()) return;
     const UUID id = UUID::random();
     const std::filesystem::path parent =
         persist_ == Persist::yes ? library_.sampleFolder() : desktop_.temporaryFolder() / "Showcase";
@@ -128,10 +131,10 @@ void AppModel::deleteDeck(UUID id) {
     announcer_.note(Change::decks);
     const DeckProject deleted = std::move(*found);
     state_._decks.erase(found);
+    delayedSave_.forget(id);
     if (state_._selection == id)
         setSelection(state_._decks.empty() ? std::nullopt : std::optional(state_._decks.front().id));
     if (persist_ == Persist::no) return;
-    delayedSave_.forget(id);
     writer_.remove(id, DeckOperations::folderToRemove(deleted, state_._decks, library_));
 }
 
@@ -147,16 +150,19 @@ void AppModel::useSpreadsheet(const std::filesystem::path& url) {
     DeckProject& current = *openProject();
     current = DeckOperations::withSpreadsheet(std::move(current), std::move(*bookmark));
     saveAtOnce(current);
+    loadCycle_.stopWatching();  // a late save of the old file is no news
     openCurrentDeck([this] {
         if (!state_.open._loadError) setTab(Tab::cards);
     });
 }
 
 void AppModel::chooseSpreadsheet() {
+    const auto shownFor = state_._selection;
     const auto file = desktop_.chooseFile({"Choose the Spreadsheet of Cards",
                                            "CSV, TSV or Excel (.xlsx). In Numbers, use File › Export To › CSV first.",
                                            {spreadsheetType()}});
-    if (file) useSpreadsheet(*file);
+    // Jobs went on while the panel was shown: the answer isn't meant for a deck that was opened by one.
+    if (file && state_._selection == shownFor) useSpreadsheet(*file);
 }
 
 void AppModel::reopenWith(const DeckProject& project) {
@@ -177,9 +183,11 @@ void AppModel::chooseFolder(FolderKind kind) {
         panel.message = "Pictures here named like the icon (coin.png, coin.pdf) replace the built-in icons.";
     }
     if (state_.open._sourceURL) panel.start = state_.open._sourceURL->parent_path();
+    const auto shownFor = state_._selection;
     const auto folder = desktop_.chooseFolder(panel);
+    if (!folder || state_._selection != shownFor) return;
     const DeckProject* current = currentProject();
-    if (!folder || !current) return;
+    if (!current) return;
     auto bookmark = Bookmark::make(*folder);
     if (!bookmark) return;
     DeckProject next = *current;

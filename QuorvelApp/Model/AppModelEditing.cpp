@@ -1,6 +1,7 @@
 // Edits of the design. Each makes the next template and hands it to the one gate, `setTemplate`.
 
 #include "Model/AppModel.h"
+#include "Model/Storable.h"
 #include "Model/TemplateFiles.h"
 #include "Templates/TemplateEdits.h"
 
@@ -10,7 +11,7 @@ namespace quorvel {
 
 void AppModel::setTemplate(CardTemplate template_) {
     const DeckProject* current = currentProject();
-    if (!current || !editing_.admits(current->template_, template_)) return;
+    if (!current || !isStorable(template_) || !editing_.admits(current->template_, template_)) return;
     const Announcer::Turn turn(announcer_);
     announcer_.note(Change::undo);
     DeckProject next = *current;
@@ -83,9 +84,12 @@ void AppModel::exportTemplate() {
 }
 
 void AppModel::importTemplate() {
+    if (!currentProject()) return;
+    const auto shownFor = state_._selection;
     auto imported = TemplateFiles::importTemplate(desktop_);
+    const bool cancelled = imported && !*imported;
+    if (cancelled || state_._selection != shownFor) return;
     if (!imported) return setError(imported.error());
-    if (!*imported) return;
     const Announcer::Turn turn(announcer_);
     setTemplate(std::move(**imported));
     selectLayer(std::nullopt);
@@ -101,7 +105,7 @@ void AppModel::setUndoManager(std::weak_ptr<UndoStack> undoManager) {
 
 void AppModel::undo() {
     const auto stack = editing_.undoManager();
-    if (!stack) return;
+    if (!stack || editing_.coalescing()) return;
     const Announcer::Turn turn(announcer_);
     announcer_.note(Change::undo);
     stack->undo([this](const CardTemplate& before) { setTemplate(before); });
@@ -109,7 +113,7 @@ void AppModel::undo() {
 
 void AppModel::redo() {
     const auto stack = editing_.undoManager();
-    if (!stack) return;
+    if (!stack || editing_.coalescing()) return;
     const Announcer::Turn turn(announcer_);
     announcer_.note(Change::undo);
     stack->redo([this](const CardTemplate& before) { setTemplate(before); });

@@ -25,6 +25,7 @@ void AppModel::resetDeckState() {
     setCanvasCard(0);
     setSheetPage(0);
     setSheetBack(false);
+    editing_.endLayerDrag();
     if (const auto stack = editing_.undoManager()) {
         stack->removeAllActions();
         announcer_.note(Change::undo);

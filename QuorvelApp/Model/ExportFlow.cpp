@@ -182,7 +182,7 @@ void ExportFlow::end(std::uint64_t id, const std::expected<std::string, std::str
     desktop_.reveal(target);
 }
 
-void ExportFlow::saveCalibrationPage(const DeckProject& project) {
+void ExportFlow::saveCalibrationPage(DeckProject project) {
     const Weak weak = self_;
     const auto file =
         desktop_.chooseSaveFile(pdfPanel("Choose Where to Save the Calibration Page", "Duplex calibration.pdf"));

@@ -62,7 +62,7 @@ public:
     void export_(ExportKind kind, const InputSource& input);
 
     /// The page that measures the printer's offset, saved on the spot; it needs a deck but no cards.
-    void saveCalibrationPage(const DeckProject& project);
+    void saveCalibrationPage(DeckProject project);
 
     /// Those under way, the oldest first.
     const std::list<Run>& runs() const { return runs_; }

@@ -35,12 +35,10 @@ void LoadCycle::startWatching(const std::filesystem::path& url, std::optional<st
     watcher_ = std::make_unique<FileWatcher>(scheduler_, url, [this] { react(); });
     watcher_->start();
     // A save between the reading and now has no event: nobody was listening.
-    if (fileStamp(url) != loadedStamp_) savedMeanwhile_ = scheduler_.later(FileWatcher::delay, [this] { react(); });
+    if (fileStamp(url) != loadedStamp_) watcher_->assumeChanged();
 }
 
 void LoadCycle::stopWatching() {
-    savedMeanwhile_.cancel();
-    if (watcher_) watcher_->stop();
     watcher_.reset();
 }
 

@@ -53,7 +53,6 @@ private:
     Scheduler::Task loadTask_;
     std::int64_t loadGeneration_ = 0;
     std::unique_ptr<FileWatcher> watcher_;
-    Scheduler::Task savedMeanwhile_;
     std::optional<std::string> loadedStamp_;
 };
 

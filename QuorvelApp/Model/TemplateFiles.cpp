@@ -9,13 +9,13 @@ namespace quorvel::TemplateFiles {
 namespace {
 
 /// No design comes near it, and a mistaken file doesn't fill the memory.
-constexpr std::uint64_t largestFile = 64u << 20;
+constexpr std::uint64_t largestFile = 8u << 20;
 
 const FileType templateFile{"Card template", {"json"}};
 
 }  // namespace
 
-std::expected<void, std::string> exportTemplate(Desktop& desktop, const CardTemplate& template_) {
+std::expected<void, std::string> exportTemplate(Desktop& desktop, CardTemplate template_) {
     const auto file =
         desktop.chooseSaveFile({"Export Template", templateFile, ExportWork::proposedName(template_.name, ".json")});
     if (!file) return {};

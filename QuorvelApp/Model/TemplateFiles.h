@@ -11,7 +11,7 @@
 namespace quorvel::TemplateFiles {
 
 /// Asks where to, and writes; a cancel is no failure.
-std::expected<void, std::string> exportTemplate(Desktop& desktop, const CardTemplate& template_);
+std::expected<void, std::string> exportTemplate(Desktop& desktop, CardTemplate template_);
 
 /// Asks for a file and reads it; nothing after a cancel. The design has a new id and keeps its name.
 std::expected<std::optional<CardTemplate>, std::string> importTemplate(Desktop& desktop);

@@ -63,6 +63,17 @@ TEST_F(AppModelDecks, TheSampleDeckComesWithItsCardsAndPictures) {
     EXPECT_TRUE(exists(sampleFolder() / SampleDeck::fileName));
 }
 
+TEST_F(AppModelDecks, ASecondClickMakesNoSecondSampleDeck) {
+    start();
+    model().openSampleDeck(SampleTemplates::Kind::classic);
+    model().openSampleDeck(SampleTemplates::Kind::classic);
+    settle(Milliseconds(1000));
+    EXPECT_EQ(state()._decks.size(), 1u);
+    model().openSampleDeck(SampleTemplates::Kind::classic);
+    settle(Milliseconds(1000));
+    EXPECT_EQ(state()._decks.size(), 2u);
+}
+
 TEST_F(AppModelDecks, WithoutPersistingTheSampleGoesToTheTemporaryFolder) {
     start(AppModel::Persist::no);
     openSample();

@@ -3,8 +3,9 @@
 #include "Templates/TemplateJSON.h"
 
 #include <algorithm>
-#include <fstream>
+#include <cmath>
 #include <gmock/gmock.h>
+#include <limits>
 
 namespace quorvel {
 namespace {
@@ -94,6 +95,57 @@ TEST_F(AppModelEdit, ACommandDuringADragJoinsItsStep) {
     model().addLayer(LayerKind::text);
     model().endLayerDrag();
     EXPECT_EQ(undo->undoCount(), 1u);
+}
+
+TEST_F(AppModelEdit, NothingIsUndoneDuringADrag) {
+    model().nudgeSelectedLayer(3, 0);
+    model().undo();
+    model().beginLayerDrag();
+    model().nudgeSelectedLayer(1, 0);
+    const CardTemplate dragged = model().template_();
+    model().undo();
+    model().redo();
+    EXPECT_EQ(model().template_(), dragged);
+    EXPECT_EQ(undo->undoName(), "Move Layer") << "its step is still there";
+    model().endLayerDrag();
+    model().undo();
+    EXPECT_NE(model().template_(), dragged);
+    model().redo();
+    EXPECT_EQ(model().template_(), dragged);
+}
+
+TEST_F(AppModelEdit, ADragEndsWithItsDeck) {
+    model().beginLayerDrag();
+    model().newDeck(SampleTemplates::Kind::mini, "Other");
+    model().addLayer(LayerKind::shape);
+    EXPECT_EQ(undo->undoName(), "Edit Template");
+    EXPECT_EQ(undo->undoCount(), 1u);
+    model().endLayerDrag();  // comes late
+    model().undo();
+    EXPECT_EQ(undo->redoName(), "Edit Template");
+}
+
+TEST_F(AppModelEdit, ANumberThatCantBeStoredIsNoEdit) {
+    const DeckProject before = *model().currentProject();
+    for (const double nonsense : {std::nan(""), std::numeric_limits<double>::infinity()}) {
+        model().nudgeSelectedLayer(nonsense, 0);
+        Layer layer = selected();
+        layer.opacity = nonsense;
+        model().updateLayer(layer);
+        CardTemplate design = model().template_();
+        design.bleedMM = nonsense;
+        model().setTemplate(design);
+        DeckProject project = before;
+        project.sheet.gutterMM = nonsense;
+        model().updateProject(project);
+    }
+    EXPECT_EQ(*model().currentProject(), before);
+    EXPECT_FALSE(undo->canUndo());
+    EXPECT_EQ(scheduler.timerCount(), 0u) << "neither a save nor a render waits";
+    for (int i = 0; i < 3; ++i) model().nudgeSelectedLayer(1e308, 0);
+    EXPECT_EQ(undo->undoCount(), 1u) << "the second would be infinite";
+    restart();
+    EXPECT_EQ(state()._decks.size(), 1u);
 }
 
 TEST_F(AppModelEdit, EachOtherEditIsAStep) {

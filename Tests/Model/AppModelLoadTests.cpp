@@ -1,6 +1,5 @@
 #include "AppModelTest.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
 
 namespace quorvel {
@@ -8,7 +7,6 @@ namespace {
 
 using std::filesystem::path;
 using std::filesystem::remove;
-using std::filesystem::rename;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::StartsWith;
@@ -247,160 +245,6 @@ TEST_F(AppModelLoad, ClosingADeckCleansUpAndDrawsOnce) {
     EXPECT_TRUE(state()._canvasImage) << "the sample design";
 }
 
-TEST_F(AppModelLoad, ABadSaveKeepsTheCardsAndARepairHealsBySelf) {
-    withSpreadsheet("cards.csv", table({"A", "B"}));
-    const auto loaded = state().open._lastLoaded;
-    write("cards.csv", " ");
-    settle(Milliseconds(400));
-    EXPECT_EQ(state().open._loadError, "“cards.csv” is empty.");
-    EXPECT_THAT(titles(), ElementsAre("A", "B"));
-    EXPECT_EQ(state().open._lastLoaded, loaded);
-    EXPECT_EQ(state()._notice, "Reloaded “cards.csv”.");
-    write("cards.csv", table({"A", "B", "C"}));
-    settle(Milliseconds(400));
-    EXPECT_EQ(state().open._loadError, std::nullopt);
-    EXPECT_THAT(titles(), ElementsAre("A", "B", "C"));
-}
-
-TEST_F(AppModelLoad, AReloadComes350MillisecondsAfterTheLastWrite) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    for (int i = 0; i < 10; ++i) {
-        write("cards.csv", table({"A", std::to_string(i)}));
-        scheduler.pollDescriptors();
-        scheduler.advance(Milliseconds(100));
-    }
-    scheduler.advance(Milliseconds(249));
-    EXPECT_FALSE(state().open._isLoading);
-    scheduler.advance(Milliseconds(1));
-    EXPECT_TRUE(state().open._isLoading);
-    EXPECT_THAT(titles(), ElementsAre("A")) << "the old cards stay while the new ones load";
-    settle(Milliseconds(1000));
-    EXPECT_THAT(titles(), ElementsAre("A", "9"));
-}
-
-TEST_F(AppModelLoad, AnEventWithoutAChangeReloadsNothing) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    const auto generation = state().open._lastLoaded;
-    // The same bytes with the same date, as a program leaves them that sets the date back.
-    const path file = desktop.folder / "cards.csv";
-    const auto time = std::filesystem::last_write_time(file);
-    {
-        std::ofstream(file) << table({"A"});
-    }
-    std::filesystem::last_write_time(file, time);
-    settle(Milliseconds(2000));
-    EXPECT_EQ(state().open._lastLoaded, generation);
-    EXPECT_EQ(state()._notice, std::nullopt);
-}
-
-TEST_F(AppModelLoad, AReplacedFileIsFollowedAgainAndAgain) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    for (const std::string name : {"B", "C", "D"}) {
-        rename(write("cards.csv~new", table({name})), desktop.folder / "cards.csv");
-        settle(Milliseconds(1000));
-        EXPECT_THAT(titles(), ElementsAre(name));
-    }
-}
-
-TEST_F(AppModelLoad, ASaveWhileTheFileIsReadIsNotLost) {
-    start();
-    model().useSpreadsheet(write("cards.csv", table({"A"})));
-    scheduler.runBackground();              // the file is read
-    write("cards.csv", table({"A", "B"}));  // and saved before anybody watches it
-    settle();
-    EXPECT_THAT(titles(), ElementsAre("A"));
-    settle(Milliseconds(400));
-    EXPECT_THAT(titles(), ElementsAre("A", "B"));
-}
-
-TEST_F(AppModelLoad, ASaveDuringAReloadSupersedesIt) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    write("cards.csv", table({"B"}));
-    scheduler.pollDescriptors();
-    scheduler.advance(Milliseconds(350));
-    scheduler.runBackground();  // "B" is read and on its way
-    write("cards.csv", table({"C"}));
-    scheduler.pollDescriptors();
-    scheduler.advance(Milliseconds(350));
-    int stored = 0;
-    const auto subscription = model().subscribe([&](Changes changes) {
-        if (changes.has(Change::openDeck) && !state().open._isLoading)
-            stored += titles() == std::vector<std::string>{"B"};
-    });
-    settle(Milliseconds(1000));
-    EXPECT_EQ(stored, 0);
-    EXPECT_THAT(titles(), ElementsAre("C"));
-}
-
-TEST_F(AppModelLoad, AFileRestoredTooLateStaysUnwatchedUntilAReload) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    remove(desktop.folder / "cards.csv");
-    settle(Milliseconds(400));
-    EXPECT_THAT(state().open._loadError.value_or(""), StartsWith("“cards.csv” can’t be found."));
-    write("cards.csv", table({"B"}));
-    settle(Milliseconds(5000));
-    EXPECT_THAT(titles(), IsEmpty());
-    model().reloadSpreadsheet();
-    settle(Milliseconds(100));
-    EXPECT_THAT(titles(), ElementsAre("B"));
-    write("cards.csv", table({"C"}));
-    settle(Milliseconds(400));
-    EXPECT_THAT(titles(), ElementsAre("C"));
-}
-
-TEST_F(AppModelLoad, SwitchingDecksDuringTheDelayBringsNoReload) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    write("cards.csv", table({"B"}));
-    scheduler.pollDescriptors();
-    scheduler.advance(Milliseconds(349));
-    model().setSelection(std::nullopt);
-    settle(Milliseconds(1000));
-    EXPECT_EQ(state().open._table, nullptr);
-    EXPECT_EQ(state()._notice, std::nullopt);
-}
-
-TEST_F(AppModelLoad, RenamingTheSpreadsheetLosesNothing) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    rename(desktop.folder / "cards.csv", desktop.folder / "renamed.csv");
-    settle(Milliseconds(400));
-    EXPECT_EQ(state().open._loadError, std::nullopt);
-    EXPECT_EQ(state().open._sourceURL, desktop.folder / "renamed.csv");
-    EXPECT_EQ(model().currentProject()->source->name, "renamed.csv");
-    write("renamed.csv", table({"A", "B"}));
-    settle(Milliseconds(1000));
-    EXPECT_THAT(titles(), ElementsAre("A", "B"));
-    EXPECT_EQ(saved()->source->path, desktop.folder / "renamed.csv");
-}
-
-TEST_F(AppModelLoad, AShorterTableMovesTheCanvasToTheFirstCard) {
-    withSpreadsheet("cards.csv", table({"A", "B", "C"}));
-    model().setCanvasCard(2);
-    for (std::int64_t id = 0; id < 3; ++id) model().cardAppeared(id);
-    settle(Milliseconds(200));
-    EXPECT_EQ(model().thumbnails().size(), 3u);
-    write("cards.csv", table({"A", "B"}));
-    settle(Milliseconds(1000));
-    EXPECT_EQ(state()._canvasCard, 0);
-    EXPECT_EQ(model().thumbnails().size(), 2u);
-    write("cards.csv", table({"A", "B", "C"}));
-    settle(Milliseconds(1000));
-    EXPECT_EQ(model().thumbnails().size(), 2u) << "a lost tile is gone until it appears again";
-}
-
-TEST_F(AppModelLoad, AnEditDuringALoadIsKept) {
-    withSpreadsheet("cards.csv", "Name,Other,Qty\nA,Z,1\n");
-    write("cards.csv", "Name,Other,Qty\nB,Y,1\n");
-    scheduler.pollDescriptors();
-    scheduler.advance(Milliseconds(350));
-    scheduler.runBackground();
-    model().setFieldColumn(Field::title, "Other");
-    model().addLayer(LayerKind::text);
-    const CardTemplate edited = model().template_();
-    settle(Milliseconds(1000));
-    EXPECT_THAT(titles(), ElementsAre("Y"));
-    EXPECT_EQ(model().template_(), edited);
-}
-
 TEST_F(AppModelLoad, AnotherWorksheetStartsItsMappingOver) {
     withSpreadsheet("cards.csv", table({"A"}));
     EXPECT_FALSE(model().currentProject()->mapping.columns.empty());
@@ -411,19 +255,6 @@ TEST_F(AppModelLoad, AnotherWorksheetStartsItsMappingOver) {
     EXPECT_TRUE(state().open._isLoading);
     settle();
     EXPECT_EQ(model().currentProject()->sheetIndex, 0) << "a text file has but one";
-}
-
-TEST_F(AppModelLoad, ANoticeGoesAfterFourSeconds) {
-    withSpreadsheet("cards.csv", table({"A"}));
-    write("cards.csv", table({"B"}));
-    scheduler.pollDescriptors();
-    scheduler.advance(Milliseconds(350));
-    settle();
-    EXPECT_EQ(state()._notice, "Reloaded “cards.csv”.");
-    scheduler.advance(Milliseconds(3999));
-    EXPECT_TRUE(state()._notice);
-    scheduler.advance(Milliseconds(1));
-    EXPECT_FALSE(state()._notice);
 }
 
 TEST_F(AppModelLoad, TheSpreadsheetPanelOffersWhatCanBeReadAndWhatIsOftenTried) {

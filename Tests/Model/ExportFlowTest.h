@@ -4,12 +4,14 @@
 #include "Rendering/TestCards.h"
 #include "Support/Desktop/FakeDesktop.h"
 #include "Support/Desktop/ManualScheduler.h"
+#include "Support/Images/ReadPNG.h"
 
 #include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace quorvel {
@@ -86,6 +88,11 @@ protected:
         for (const auto& entry : std::filesystem::directory_iterator(folder)) names.push_back(entry.path().filename());
         std::ranges::sort(names);
         return names;
+    }
+
+    static std::pair<int, int> sizeOf(const Path& png) {
+        const Image image = readPNG(png);
+        return {image.width(), image.height()};
     }
 
     TemporaryFolder folder;
