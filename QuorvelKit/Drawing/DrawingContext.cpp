@@ -125,6 +125,14 @@ void DrawingContext::clip(const Rect& rect) {
     cairo_clip(cairo_);
 }
 
+void DrawingContext::clipToPixels(const Rect& rect) {
+    if (target_ != Target::bitmap) return clip(rect);
+    const cairo_antialias_t antialias = cairo_get_antialias(cairo_);
+    cairo_set_antialias(cairo_, CAIRO_ANTIALIAS_NONE);
+    clip(rect);
+    cairo_set_antialias(cairo_, antialias);
+}
+
 void DrawingContext::clip(const Path& path) {
     cairo_new_path(cairo_);
     append(path);

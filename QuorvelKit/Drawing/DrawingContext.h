@@ -40,6 +40,9 @@ public:
     void translate(double x, double y);
     void scale(double x, double y);
     void clip(const Rect& rect);
+    /// The same, but a pixel of a bitmap is either in or out: rectangles that touch leave no seam between them. In a
+    /// document the edge is exact.
+    void clipToPixels(const Rect& rect);
     void clip(const Path& path);
 
     /// The alpha of every later mark, 0 to 1, until restore.

@@ -34,7 +34,8 @@ void CardRenderer::draw(const Card* card, Side side, DrawingContext& context, co
                         const Rect& trim) const {
     if (!isWithinReach(trim)) return;
     const SavedState saved(context);
-    if (clip) context.clip(*clip);
+    // Cards that touch on a sheet share their edge to the pixel.
+    if (clip) context.clipToPixels(*clip);
     const double bleed = Units::points(template_.bleedMM);
     context.fill(trim.inset(-bleed, -bleed), template_.backgroundColor(side));
     for (const Layer& layer : template_.layers(side)) {

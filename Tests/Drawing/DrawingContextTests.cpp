@@ -131,6 +131,22 @@ TEST(DrawingContext, EmptyClipsHideEverythingUntilRestore) {
     })));
 }
 
+TEST(DrawingContext, RectanglesThatTouchLeaveNoSeamWhenClippedToPixels) {
+    for (const double edge : {3.1, 3.25, 3.5, 3.75, 3.99}) {
+        const Image image = drawn(8, 8, [&](DrawingContext& c) {
+            c.scale(1.6, 1.6);
+            c.fill(Rect{0, 0, 5, 5}, RGBA::white);
+            for (const Rect& half : {Rect{0, 0, edge, 5}, Rect{edge, 0, 5 - edge, 5}}) {
+                c.save();
+                c.clipToPixels(half);
+                c.fill(half.inset(-1, -1), red);
+                c.restore();
+            }
+        });
+        for (int x = 0; x < 8; ++x) EXPECT_EQ(pixelAt(image, x, 4), redPixel) << edge << " at " << x;
+    }
+}
+
 TEST(DrawingContext, ClipsMeet) {
     const Image image = drawn(9, 9, [](auto& c) {
         c.clip(Rect{0, 0, 5, 9});
