@@ -23,7 +23,22 @@ TEST_F(OptionsTests, WrongUsageIsRefusedWithTheReason) {
         {{""}, "A command is missing"},
         {{"--quiet"}, "no command “--quiet”"},
         {{"--version", "more"}, "no command “--version”"},
-        {{"sheets"}, "“sheets” needs a FILE."},
+        {{"sheets"}, "“sheets” needs a FILE or --deck."},
+        {{"tts", "-o", "x"}, "“tts” needs a FILE or --deck."},
+        {{"sheets", "cards.csv", "--deck", "Game", "-o", "x.pdf"}, "Give either a FILE or --deck."},
+        {{"images", "--deck", "Game", "cards.csv"}, "Give either a FILE or --deck."},
+        {{"images", "--deck", ""}, "--deck needs a name or an id behind it."},
+        {{"images", "--deck"}, "--deck needs DECK behind it."},
+        {{"images", "--deck", "Game", "--library", ""}, "--library needs a name behind it."},
+        {{"images", "cards.csv", "-o", "x", "--library", "."}, "--library goes with --deck."},
+        {{"cards", "--deck", "Game"}, "“cards” takes no --deck."},
+        {{"table", "cards.csv", "--watch"}, "“table” takes no --watch."},
+        {{"calibration", "-o", "x.pdf", "--watch"}, "“calibration” takes no --watch."},
+        {{"sheets", "cards.csv", "-o", "x.pdf", "--watch=yes"}, "--watch takes no value."},
+        {{"sheets", "cards.csv", "--watch"}, "“sheets” needs -o OUT.pdf."},
+        {{"decks", "cards.csv"}, "“cards.csv” is one argument too many."},
+        {{"decks", "-o", "x"}, "“decks” takes no -o."},
+        {{"sheets", "cards.csv", "-o", "x.pdf", "--json"}, "“sheets” takes no --json."},
         {{"sheets", "cards.csv"}, "“sheets” needs -o OUT.pdf."},
         {{"sheets", "cards.csv", "more.csv", "-o", "x.pdf"}, "“more.csv” is one argument too many."},
         {{"sheets", "", "-o", "x.pdf"}, "empty name"},
@@ -108,8 +123,8 @@ TEST_F(OptionsTests, TheLaterOfTwoCountsAndADoubleDashEndsTheOptions) {
     EXPECT_TRUE(refusedWith(run({"cards", "-deck.csv"}), "no option “-deck.csv”"));
 }
 
-const std::vector<std::string> commands{"sample",      "sheets", "images",     "tts",
-                                        "calibration", "table",  "worksheets", "cards"};
+const std::vector<std::string> commands{"sample", "sheets",     "images", "tts",  "calibration",
+                                        "table",  "worksheets", "cards",  "decks"};
 
 TEST_F(OptionsTests, HelpIsAnsweredWhereverItStands) {
     const auto general = run({"--help"});

@@ -1,11 +1,9 @@
+#include "Appearance.h"
 #include "CommandLineTest.h"
 
 #include <algorithm>
 #include <csignal>
-#include <cstdint>
-#include <sys/inotify.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace quorvel {
 namespace {
@@ -194,32 +192,13 @@ TEST_F(OutputTests, AFileLargerThanAllowedIsAFailureThatLeavesNothing) {
     EXPECT_EQ(read("old.pdf"), "old");
 }
 
-/// Waits until something appears in a folder, or until something else happens there.
-class Appearance {
-public:
-    explicit Appearance(const fs::path& folder, std::uint32_t events = IN_CREATE | IN_MOVED_TO)
-        : descriptor_(inotify_init1(IN_CLOEXEC)) {
-        inotify_add_watch(descriptor_, folder.c_str(), events);
-    }
-    ~Appearance() { close(descriptor_); }
-
-    std::string next() const {
-        alignas(inotify_event) char buffer[4096];
-        if (read(descriptor_, buffer, sizeof buffer) <= 0) return "";
-        return reinterpret_cast<const inotify_event*>(buffer)->name;
-    }
-
-private:
-    int descriptor_;
-};
-
 TEST_F(OutputTests, ASignalEndsTheWorkAndLeavesNothing) {
     write("rows.csv", deckOf(3000));
     write("old/notes.txt", "keep");
     const auto before = listing();
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         for (const std::string output : {"new", "old"}) {
-            const Appearance appearance(folder_.path());
+            Appearance appearance(folder_.path());
             RunningProgram program({.arguments = {"images", "rows.csv", "-o", output, "--replace", "--dpi", "72"},
                                     .folder = folder_.path()});
             EXPECT_TRUE(appearance.next().starts_with(".quorvel-"));
@@ -236,7 +215,7 @@ TEST_F(OutputTests, ASignalBeforeThePDFIsDoneLeavesNoPDF) {
     write("rows.csv", deckOf(5000));
     write("old.pdf", "old");
     const auto before = listing();
-    const Appearance reading(folder_.path(), IN_CLOSE_NOWRITE);
+    Appearance reading(folder_.path(), IN_CLOSE_NOWRITE);
     RunningProgram program({.arguments = {"sheets", "rows.csv", "-o", "old.pdf"}, .folder = folder_.path()});
     EXPECT_EQ(reading.next(), "rows.csv") << "the work has begun";
     program.send(SIGTERM);
@@ -246,7 +225,7 @@ TEST_F(OutputTests, ASignalBeforeThePDFIsDoneLeavesNoPDF) {
 }
 
 TEST_F(OutputTests, AnIgnoredSignalStaysIgnored) {
-    const Appearance appearance(folder_.path());
+    Appearance appearance(folder_.path());
     RunningProgram program({.arguments = {"images", "deck.csv", "-o", "new"},
                             .folder = folder_.path(),
                             .prefix = {"env", "--ignore-signal=HUP"}});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Support/Process.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -9,8 +11,7 @@ namespace quorvel {
 
 /// One run of the finished program.
 struct ProgramCall {
-    /// Where standard output goes.
-    enum class Output { captured, closed, fullDisk, readerGone };
+    using Output = ProcessCall::Output;
 
     std::vector<std::string> arguments;
     std::filesystem::path folder = {};                    ///< to run in; empty for the test's own
@@ -19,36 +20,15 @@ struct ProgramCall {
     Output output = Output::captured;
 };
 
-struct ProgramEnd {
-    int exitCode = -1;  ///< -1 when a signal ended it
-    int signal = 0;
-    std::string output;
-    std::string errors;
-};
+using ProgramEnd = ProcessEnd;
 
-/// Runs the program to its end, with nothing to read on standard input. Throws std::runtime_error when it can't be
-/// started.
+/// Runs the program to its end.
 ProgramEnd runProgram(const ProgramCall& call);
-ProgramEnd runProgram(std::vector<std::string> arguments);
 
 /// A program that is running; killed at the end of the block if it still is.
-class RunningProgram {
+class RunningProgram : public RunningProcess {
 public:
     explicit RunningProgram(const ProgramCall& call);
-    RunningProgram(const RunningProgram&) = delete;
-    RunningProgram& operator=(const RunningProgram&) = delete;
-    ~RunningProgram();
-
-    void send(int signal);
-    ProgramEnd wait();
-
-private:
-    int process_ = -1;
-    int output_ = -1;
-    int errors_ = -1;
 };
-
-/// The prefix that runs a program without the rights of root; empty when the tests don't run as root anyway.
-std::vector<std::string> withoutRoot();
 
 }  // namespace quorvel

@@ -40,8 +40,10 @@ TEST_F(StreamTests, AnExportWithoutStandardOutputIsMadeAllTheSame) {
     EXPECT_EQ(listing("images").size(), 3u);
 }
 
-/// What the program shows on a terminal of 80 columns, and its exit code.
-std::pair<std::string, int> shownOnTerminal(const fs::path& folder, std::vector<std::string> arguments) {
+/// What the program shows on a terminal of 80 columns, and its exit code. Ctrl-C is pressed when it shows
+/// `interruptAt`.
+std::pair<std::string, int> shownOnTerminal(const fs::path& folder, std::vector<std::string> arguments,
+                                            std::string_view interruptAt = "\x03") {
     winsize size{};
     size.ws_row = 24;
     size.ws_col = 80;
@@ -57,7 +59,12 @@ std::pair<std::string, int> shownOnTerminal(const fs::path& folder, std::vector<
     }
     std::string shown;
     char buffer[4096];
-    for (ssize_t count; (count = read(terminal, buffer, sizeof buffer)) > 0;) shown.append(buffer, std::size_t(count));
+    bool interrupted = false;
+    for (ssize_t count; (count = read(terminal, buffer, sizeof buffer)) > 0;) {
+        shown.append(buffer, std::size_t(count));
+        if (interrupted || shown.find(interruptAt) == std::string::npos) continue;
+        interrupted = write(terminal, "\x03", 1) == 1;
+    }
     close(terminal);
     int status = 0;
     waitpid(process, &status, 0);
@@ -83,6 +90,13 @@ TEST_F(StreamTests, OnATerminalAFailureStandsAlone) {
     const auto [shown, code] = shownOnTerminal(folder_.path(), {"sheets", "none.csv", "-o", "x.pdf"});
     EXPECT_EQ(code, 1);
     EXPECT_TRUE(shown.ends_with("\r\x1b[KThere are no cards to print: every quantity is 0.\r\n")) << shown;
+}
+
+TEST_F(StreamTests, AWatchSaysHowItEndsAndEndsByThat) {
+    const std::string_view hint = "Waiting for the next save of “deck.csv”; Ctrl-C ends it.";
+    const auto [shown, code] = shownOnTerminal(folder_.path(), {"sheets", "deck.csv", "-o", "x.pdf", "--watch"}, hint);
+    EXPECT_EQ(code, 0) << shown;
+    EXPECT_NE(shown.find(" Saved 1 pages to “x.pdf”.\r\n" + std::string(hint) + "\r\n"), std::string::npos) << shown;
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
 #include "Commands.h"
-#include "DeckInput.h"
+#include "DeckSource.h"
 #include "OutputFile.h"
-#include "Printing/CalibrationPage.h"
-#include "Printing/SheetLayout.h"
-#include "Printing/SheetPDF.h"
+#include "Printing/ExportWork.h"
 
 namespace quorvel::CommandLine {
 
@@ -15,13 +13,10 @@ Result calibrationCommand(const Options& options) {
     const auto design = readTemplate(options, "");
     if (!design) return std::unexpected(design.error());
 
-    // The orientation of the print sheets; a card too big for the paper is no reason not to measure the printer.
-    const auto layout = SheetLayout::make(*settings, design->size.widthMM, design->size.heightMM, design->bleedMM);
-    const auto pdf = SheetPDF::calibrationPage(*settings, layout && layout->landscape);
-    if (!pdf) return std::unexpected(std::string(SheetPDF::description(SheetPDF::Failure::couldNotWrite)));
-    const auto written = fileSink(options.output)("", *pdf);
-    if (!written) return std::unexpected(written.error().description());
-    return "Saved the calibration page. Print it double-sided at 100%.\n";
+    const auto saved =
+        ExportWork::calibrationPage(*design, *settings, options.output.filename().string(), fileSink(options.output));
+    if (!saved) return std::unexpected(ExportWork::description(saved.error()));
+    return std::string(ExportWork::calibrationNotice) + "\n";
 }
 
 }  // namespace quorvel::CommandLine

@@ -13,16 +13,18 @@ JSON cardJSON(const Card& card) {
 }  // namespace
 
 Result cardsCommand(const Options& options) {
-    const auto input = DeckInput::read(options);
+    const auto source = DeckSource::find(options);
+    if (!source) return std::unexpected(source.error());
+    const auto input = DeckInput::read(options, *source);
     if (!input) return std::unexpected(input.error());
 
     JSON cards = JSON::array();
-    for (const Card& card : input->deck.cards) cards.push_back(cardJSON(card));
+    for (const Card& card : input->deck->cards) cards.push_back(cardJSON(card));
     return prettyJSON({{"mapping", toJSON(input->mapping)},
                        {"cards", std::move(cards)},
-                       {"badQuantities", input->deck.badQuantities},
+                       {"badQuantities", input->deck->badQuantities},
                        {"missingPictures", input->renderer.assets->missing(input->pictureNames())},
-                       {"totalCopies", Deck::totalCopies(input->deck.cards)}});
+                       {"totalCopies", Deck::totalCopies(input->deck->cards)}});
 }
 
 }  // namespace quorvel::CommandLine

@@ -2,16 +2,15 @@
 
 #include "OutputFolder.h"
 #include "ProgressBar.h"
-#include "Wording.h"
 
 #include <vector>
 
 namespace quorvel::CommandLine {
 namespace {
 
-/// All that the export reads, each picture included.
-std::vector<std::filesystem::path> allFilesRead(const Options& options, const DeckInput& input) {
-    auto files = filesRead(options);
+/// All that must not be swept away, each picture included.
+std::vector<std::filesystem::path> allNeeded(const Options& options, const DeckSource& source, const DeckInput& input) {
+    auto files = source.needed;
     if (options.existing == Existing::replace)
         for (const std::string& name : input.pictureNames())
             if (auto file = input.renderer.assets->resolve(name)) files.push_back(std::move(*file));
@@ -20,10 +19,11 @@ std::vector<std::filesystem::path> allFilesRead(const Options& options, const De
 
 }  // namespace
 
-Result runFolderExport(const Options& options, const FolderExport& job) {
-    const auto input = DeckInput::readForExport(options);
+Result runFolderExport(const Options& options, const DeckSource& source, OwnFiles& own, const FolderExport& job) {
+    const auto input = DeckInput::readForExport(options, source);
     if (!input) return std::unexpected(input.error());
-    auto folder = OutputFolder::make(options.output, options.existing, allFilesRead(options, *input));
+    auto folder = own ? OutputFolder::refresh(options.output)
+                      : OutputFolder::make(options.output, options.existing, allNeeded(options, source, *input));
     if (!folder) return std::unexpected(folder.error());
 
     std::expected<ExportWork::Outcome, FileFailure> outcome;
@@ -32,9 +32,8 @@ Result runFolderExport(const Options& options, const FolderExport& job) {
         outcome = job.work(*input, folder->sink(), bar.function());
     }
     if (!outcome) return std::unexpected(outcome.error().description());
-    if (const auto finished = folder->finish(); !finished) return std::unexpected(finished.error());
-    return "Saved " + std::to_string(outcome->count) + " " + std::string(job.whatIsSaved) + " to " +
-           quotedName(options.output) + ".\n";
+    if (const auto finished = folder->finish(own); !finished) return std::unexpected(finished.error());
+    return ExportWork::notice(*outcome, options.output);
 }
 
 }  // namespace quorvel::CommandLine

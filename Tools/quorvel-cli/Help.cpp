@@ -53,11 +53,31 @@ std::string synopsis(const CommandEntry& command) {
     return line;
 }
 
+/// How the command is called, and how on a stored deck.
+std::string usage(const CommandEntry& command) {
+    std::string lines = "Usage: " + synopsis(command) + " [OPTION…]\n";
+    if (takes(command, "--deck"))
+        lines += "       quorvel-cli " + std::string(command.name) + " --deck DECK [OPTION…]\n";
+    return lines + "\n";
+}
+
+/// What --deck means for a command that takes it.
+std::string storedDecks(const CommandEntry& command) {
+    if (!takes(command, "--deck")) return "";
+    return "\n" + wrapped(
+                      "With --deck a deck of the application’s library stands in the place of FILE: its spreadsheet, "
+                      "design, settings and folders are used wherever an option doesn’t say otherwise, and "
+                      "without -o the output is “DECK" +
+                          std::string(command.proposed) + "” in the current folder. The library is only read.",
+                      0);
+}
+
 std::string programHelp() {
     std::string text = "Turns a spreadsheet of cards into print sheets, images and deck sheets.\n\nCommands:\n";
     for (const CommandEntry& command : commandTable())
         text += row(synopsis(command).substr(std::string_view("quorvel-cli ").size()), command.summary, 30);
     text += "\nFILE is a spreadsheet, an Excel workbook, CSV or TSV, one row for each card.\n";
+    text += "The exports take a deck of the library in its place, with --deck.\n";
     text += "\n“quorvel-cli COMMAND --help” tells of a command’s options.\n";
     text += "“quorvel-cli --version” prints the version.\n";
     return text;
@@ -73,8 +93,7 @@ std::string optionName(const OptionEntry& option, const CommandEntry& command) {
 }
 
 std::string commandHelp(const CommandEntry& command) {
-    std::string text =
-        "Usage: " + synopsis(command) + " [OPTION…]\n\n" + wrapped(command.explained, 0) + "\nOptions:\n";
+    std::string text = usage(command) + wrapped(command.explained, 0) + storedDecks(command) + "\nOptions:\n";
     bool hasSettings = false;
     for (const OptionEntry& option : optionTable()) {
         if (!option.commands.contains(command.command)) continue;

@@ -13,6 +13,7 @@ namespace {
 struct State {
     std::mutex mutex;
     std::filesystem::path unfinished;
+    bool expected = false;
 };
 
 /// Never destroyed: the waiting thread may outlive everything else.
@@ -45,6 +46,7 @@ void waitFor(const sigset_t& signals) {
     if (!state().unfinished.empty()) std::filesystem::remove_all(state().unfinished, ignored);
     if (isatty(STDERR_FILENO)) [[maybe_unused]]
         const auto written = write(STDERR_FILENO, "\n", 1);
+    if (state().expected) std::_Exit(0);
     endBy(signal);
 }
 
@@ -58,6 +60,11 @@ void watch() {
         if (!isIgnored(signal)) sigaddset(&signals, signal);
     pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     std::thread(waitFor, signals).detach();
+}
+
+void expect() {
+    const auto lock = postpone();
+    state().expected = true;
 }
 
 std::unique_lock<std::mutex> postpone() {

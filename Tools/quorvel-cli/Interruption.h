@@ -11,6 +11,9 @@ namespace quorvel::CommandLine::Interruption {
 /// To be called first, while there is one thread.
 void watch();
 
+/// From now on a signal is the way the program is meant to end, with exit code 0.
+void expect();
+
 /// While the result lives a signal waits. For the time of writing, renaming and removing.
 [[nodiscard]] std::unique_lock<std::mutex> postpone();
 

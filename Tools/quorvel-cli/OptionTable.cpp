@@ -21,29 +21,33 @@ constexpr std::int64_t lowestDPI = 36;
 constexpr std::int64_t highestDPI = 1200;
 
 constexpr std::array commands{
-    CommandEntry{sample, "sample", "FOLDER", "", "write the sample deck: a spreadsheet, its pictures and a template",
+    CommandEntry{sample, "sample", "FOLDER", "", "",
+                 "write the sample deck: a spreadsheet, its pictures and a template",
                  "Writes “Orchard Couriers.csv”, the folder “art” with its pictures and “template.json” into FOLDER."},
-    CommandEntry{sheets, "sheets", "FILE", "OUT.pdf", "make print sheets as one PDF",
+    CommandEntry{sheets, "sheets", "FILE", "OUT.pdf", " print sheets.pdf", "make print sheets as one PDF",
                  "Lays out the cards of the spreadsheet FILE, each as often as its quantity says, on sheets of paper. "
                  "The settings of paper and layout are those of a new deck unless --settings or --set change them."},
-    CommandEntry{images, "images", "FILE", "FOLDER", "make a PNG image of each card",
+    CommandEntry{images, "images", "FILE", "FOLDER", " card images", "make a PNG image of each card",
                  "Makes a PNG of each card of the spreadsheet FILE and of its back, or a single back.png where all "
                  "cards share one back. Cards with quantity 0 are left out."},
-    CommandEntry{tts, "tts", "FILE", "FOLDER", "make deck sheets for Tabletop Simulator",
+    CommandEntry{tts, "tts", "FILE", "FOLDER", " Tabletop Simulator", "make deck sheets for Tabletop Simulator",
                  "Makes deck sheets of 10 × 7 places from the spreadsheet FILE, the back, and a README.txt that says "
                  "how to load them."},
-    CommandEntry{calibration, "calibration", "", "OUT.pdf", "make the page that measures a printer’s duplex offset",
+    CommandEntry{calibration, "calibration", "", "OUT.pdf", "", "make the page that measures a printer’s duplex offset",
                  "Makes two pages to be printed on both sides of one sheet. What they show is entered with --set "
                  "backOffsetXMM=… and --set backOffsetYMM=…. The paper and its orientation are those of the print "
                  "sheets made with the same options."},
-    CommandEntry{table, "table", "FILE", "", "print the spreadsheet’s table as JSON",
+    CommandEntry{table, "table", "FILE", "", "", "print the spreadsheet’s table as JSON",
                  "Prints the headers, rows and row numbers of the spreadsheet FILE as they were read."},
-    CommandEntry{worksheets, "worksheets", "FILE", "", "print the names of a workbook’s worksheets as JSON",
+    CommandEntry{worksheets, "worksheets", "FILE", "", "", "print the names of a workbook’s worksheets as JSON",
                  "Prints the names of the worksheets of the workbook FILE in order; a text file has none. The first is "
                  "the one that --sheet 1 reads."},
-    CommandEntry{cards, "cards", "FILE", "", "print the cards as JSON",
+    CommandEntry{cards, "cards", "FILE", "", "", "print the cards as JSON",
                  "Prints which column feeds which field, every card, the rows whose quantity isn’t a number, the "
                  "pictures that can’t be found, and the number of copies."},
+    CommandEntry{decks, "decks", "", "", "", "list the decks of the application’s library",
+                 "Prints one line for each deck, the oldest first: its id, its name and the path of its spreadsheet, "
+                 "or “no spreadsheet”, with a tab between them."},
 };
 
 template <auto Member>
@@ -84,7 +88,7 @@ Read readSheet(const std::string& value, Options& options) {
 Read readDPI(const std::string& value, Options& options) {
     const auto number = wholeNumber(value, lowestDPI, highestDPI);
     if (!number) return std::unexpected("takes a whole number from 36 to 1200, and not “" + value + "”");
-    options.dpi = double(*number);
+    options.dpi = *number;
     return {};
 }
 
@@ -100,11 +104,27 @@ Read readSetting(const std::string& value, Options& options) {
     return {};
 }
 
+Read readDeck(const std::string& value, Options& options) {
+    if (value.empty()) return std::unexpected("needs a name or an id behind it");
+    options.deck = value;
+    return {};
+}
+
 constexpr CommandSet folderWriters(sample, images, tts);
+constexpr CommandSet exports(sheets, images, tts);
 
 constexpr std::array options{
     OptionEntry{"--output", "-o", "OUT", CommandSet(sheets, images, tts, calibration),
                 "what to make; the folder around it must be there", readPath<&Options::output>},
+    OptionEntry{"--deck", "", "DECK", exports, "a deck of the library, by its name or its id", readDeck},
+    OptionEntry{"--library", "", "FOLDER", CommandSet(sheets, images, tts, decks),
+                "the application’s folder for data, if it isn’t the usual one", readPath<&Options::library>},
+    OptionEntry{"--json", "", "", CommandSet(decks), "print the list as JSON",
+                choose<&Options::listForm, ListForm::json>},
+    OptionEntry{"--watch", "", "", exports,
+                "export again after every save of the spreadsheet, until Ctrl-C; a save that can’t be used is told, "
+                "and what was made before stays. In a folder, only the files of this run are replaced and removed",
+                choose<&Options::repetition, Repetition::afterEachSave>},
     OptionEntry{"--replace", "", "", folderWriters,
                 "put the new folder in the place of an old one, whose files are removed",
                 choose<&Options::existing, Existing::replace>},
@@ -146,6 +166,11 @@ std::span<const CommandEntry> commandTable() {
 
 std::span<const OptionEntry> optionTable() {
     return options;
+}
+
+bool takes(const CommandEntry& command, std::string_view option) {
+    const auto found = std::ranges::find(options, option, &OptionEntry::name);
+    return found != options.end() && found->commands.contains(command.command);
 }
 
 const CommandEntry& entry(Command command) {

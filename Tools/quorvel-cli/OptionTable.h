@@ -15,6 +15,7 @@ struct CommandEntry {
     std::string_view name;
     std::string_view operand;    ///< what must follow, "FILE"; empty for none
     std::string_view output;     ///< what -o names, "OUT.pdf"; empty for a command without -o
+    std::string_view proposed;   ///< behind a deck's name, of what is made without -o; empty where -o must be given
     std::string_view summary;    ///< one line
     std::string_view explained;  ///< some sentences for the command's own help
 };
@@ -45,5 +46,8 @@ std::span<const CommandEntry> commandTable();
 std::span<const OptionEntry> optionTable();
 
 const CommandEntry& entry(Command command);
+
+/// Whether the command takes the option of this name, "--deck".
+bool takes(const CommandEntry& command, std::string_view option);
 
 }  // namespace quorvel::CommandLine

@@ -89,9 +89,12 @@ private:
 
     void checkWhole() {
         const std::string name = "“" + std::string(command_.name) + "”";
-        if (!command_.operand.empty() && options_.input.empty())
-            return fail(name + " needs a " + std::string(command_.operand) + ".");
-        if (!command_.output.empty() && options_.output.empty())
+        if (options_.deck && !options_.input.empty()) return fail("Give either a FILE or --deck.");
+        if (!command_.operand.empty() && options_.input.empty() && !options_.deck)
+            return fail(name + " needs a " + std::string(command_.operand) +
+                        (takes(command_, "--deck") ? " or --deck." : "."));
+        if (takes(command_, "--deck") && options_.library && !options_.deck) return fail("--library goes with --deck.");
+        if (!command_.output.empty() && options_.output.empty() && !options_.deck)
             return fail(name + " needs -o " + std::string(command_.output) + ".");
         if (wasGiven("--template") && wasGiven("--kind")) return fail("Give either --template or --kind.");
     }

@@ -58,7 +58,8 @@ std::expected<void, std::string> checkPlace(const fs::path& target, Existing exi
     return {};
 }
 
-int renameFolder(const fs::path& from, const fs::path& to) {
+/// 0 or an errno.
+int moveTo(const fs::path& from, const fs::path& to) {
     return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
@@ -69,10 +70,18 @@ int exchange(const fs::path& fresh, const fs::path& target, const fs::path& hidd
 
     // Not every file system can exchange. Two renames leave a moment without a folder, never a half-made one.
     const fs::path old = hidden / "old";
-    if (const int code = renameFolder(target, old)) return code;
-    const int code = renameFolder(fresh, target);
-    if (code != 0) renameFolder(old, target);
+    if (const int code = moveTo(target, old)) return code;
+    const int code = moveTo(fresh, target);
+    if (code != 0) moveTo(old, target);
     return code;
+}
+
+std::set<std::string> namesIn(const fs::path& folder) {
+    std::set<std::string> names;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error))
+        names.insert(entry->path().filename().string());
+    return names;
 }
 
 void syncFolder(const fs::path& folder) {
@@ -84,32 +93,53 @@ void syncFolder(const fs::path& folder) {
 
 std::expected<OutputFolder, std::string> OutputFolder::make(const fs::path& target, Existing existing,
                                                             std::span<const fs::path> needed) {
+    auto made = begin(target);
+    if (!made) return made;
+    made->existing_ = existing;
+    if (const auto checked = checkPlace(made->target_, existing, needed); !checked)
+        return std::unexpected(checked.error());
+    if (const auto hidden = made->makeHidden(); !hidden) return std::unexpected(hidden.error());
+    return made;
+}
+
+std::expected<OutputFolder, std::string> OutputFolder::refresh(const fs::path& target) {
+    auto made = begin(target);
+    if (!made) return made;
+    std::error_code error;
+    made->manner_ = fs::is_directory(made->target_, error) ? Manner::refresh : Manner::appear;
+    if (const auto hidden = made->makeHidden(); !hidden) return std::unexpected(hidden.error());
+    return made;
+}
+
+std::expected<OutputFolder, std::string> OutputFolder::begin(const fs::path& target) {
     std::error_code error;
     OutputFolder made;
-    made.existing_ = existing;
     made.target_ = fs::weakly_canonical(target, error);
     if (error) return cannotMake(target, error.value());
     if (!made.target_.has_filename()) made.target_ = made.target_.parent_path();
-    if (const auto checked = checkPlace(made.target_, existing, needed); !checked)
-        return std::unexpected(checked.error());
+    return made;
+}
 
+std::expected<void, std::string> OutputFolder::makeHidden() {
     {
-        std::string hidden = made.target_.parent_path() / ".quorvel-XXXXXX";
+        std::string hidden = target_.parent_path() / ".quorvel-XXXXXX";
         const auto writing = Interruption::postpone();
-        if (!mkdtemp(hidden.data())) return cannotMake(made.target_, errno);
-        made.hidden_ = hidden;
+        if (!mkdtemp(hidden.data())) return cannotMake(target_, errno);
+        hidden_ = hidden;
         Interruption::setUnfinished(hidden);
     }
-    made.folder_ = made.hidden_ / "new";
-    if (!fs::create_directory(made.folder_, error)) return cannotMake(made.target_, error.value());
-    return made;
+    folder_ = hidden_ / "new";
+    std::error_code error;
+    if (!fs::create_directory(folder_, error)) return cannotMake(target_, error.value());
+    return {};
 }
 
 OutputFolder::OutputFolder(OutputFolder&& other) noexcept
     : target_(std::move(other.target_)),
       hidden_(std::exchange(other.hidden_, {})),
       folder_(std::move(other.folder_)),
-      existing_(other.existing_) {}
+      existing_(other.existing_),
+      manner_(other.manner_) {}
 
 OutputFolder::~OutputFolder() {
     if (hidden_.empty()) return;
@@ -126,19 +156,55 @@ ExportWork::Sink OutputFolder::sink() const {
     };
 }
 
-std::expected<void, std::string> OutputFolder::finish() {
+std::expected<void, std::string> OutputFolder::finish(OwnFiles& own) {
     const auto writing = Interruption::postpone();
+    const auto placed = manner_ == Manner::refresh && own ? putFilesInto(*own) : putInPlace(own);
+    if (!placed) return placed;
+    return removeHidden();
+}
+
+std::expected<void, std::string> OutputFolder::putInPlace(OwnFiles& own) {
     std::error_code error;
     const auto replaced = fs::status(target_, error);
     if (fs::is_directory(replaced)) fs::permissions(folder_, replaced.permissions(), error);
+    auto names = namesIn(folder_);
 
     // A rename takes the place of an empty folder by itself, and of no other.
-    int code = renameFolder(folder_, target_);
+    int code = moveTo(folder_, target_);
     if ((code == ENOTEMPTY || code == EEXIST) && existing_ == Existing::replace)
         code = exchange(folder_, target_, hidden_);
     if (code != 0) return cannotMake(target_, code == ENOTEMPTY || code == ENOTDIR ? EEXIST : code);
     syncFolder(target_.parent_path());
+    own = std::move(names);
+    return {};
+}
 
+std::expected<void, std::string> OutputFolder::putFilesInto(std::set<std::string>& own) {
+    const auto names = namesIn(folder_);
+    std::error_code error;
+    for (const std::string& name : names) {
+        const auto kind = fs::symlink_status(target_ / name, error).type();
+        const bool isOwn = own.contains(name) && kind == fs::file_type::regular;
+        if (kind != fs::file_type::not_found && !isOwn)
+            return std::unexpected(quotedName(target_) + " holds a “" + name +
+                                   "” that this run hasn’t made; move it elsewhere, or export to another folder.");
+    }
+    for (const std::string& name : names) {
+        const fs::path file = target_ / name;
+        if (const int code = moveTo(folder_ / name, file))
+            return std::unexpected(FileFailure{file, code, FileFailure::Operation::write}.description());
+        own.insert(name);
+    }
+    std::erase_if(own, [&](const std::string& name) {
+        // Unlike a general removal this leaves a folder of that name alone.
+        return !names.contains(name) && (::unlink((target_ / name).c_str()) == 0 || errno == ENOENT || errno == EISDIR);
+    });
+    syncFolder(target_);
+    return {};
+}
+
+std::expected<void, std::string> OutputFolder::removeHidden() {
+    std::error_code error;
     fs::remove_all(hidden_, error);
     const bool removed = !error;
     Interruption::setUnfinished({});

@@ -49,12 +49,14 @@ Result sampleCommand(const Options& options) {
         const auto writing = Interruption::postpone();
         auto written = SampleDeck::write(folder->path());
         if (written) {
-            const CardTemplate design = SampleTemplates::make(options.kind, SampleDeck::name);
+            const CardTemplate design =
+                SampleTemplates::make(options.kind.value_or(SampleTemplates::Kind::classic), SampleDeck::name);
             written = AtomicFile::write(folder->path() / "template.json", templateFileText(withPlainIDs(design)));
         }
         if (!written) return std::unexpected(written.error().description());
     }
-    if (const auto finished = folder->finish(); !finished) return std::unexpected(finished.error());
+    OwnFiles own;
+    if (const auto finished = folder->finish(own); !finished) return std::unexpected(finished.error());
     return "Saved the sample deck to " + quotedName(options.input) + ".\n";
 }
 

@@ -3,26 +3,24 @@
 #include "OutputFile.h"
 #include "Printing/ExportWork.h"
 #include "ProgressBar.h"
-#include "Wording.h"
 
 namespace quorvel::CommandLine {
 
-Result sheetsCommand(const Options& options) {
-    if (const auto checked = checkOutputFile(options.output, filesRead(options)); !checked)
+Result sheetsExport(const Options& options, const DeckSource& source, OwnFiles&) {
+    if (const auto checked = checkOutputFile(options.output, source.needed); !checked)
         return std::unexpected(checked.error());
-    const auto settings = readSettings(options);
-    if (!settings) return std::unexpected(settings.error());
-    const auto input = DeckInput::readForExport(options);
+    const auto input = DeckInput::readForExport(options, source);
     if (!input) return std::unexpected(input.error());
 
     std::expected<ExportWork::Outcome, ExportWork::Failure> outcome;
     {
-        ProgressBar bar("Making the PDF…", options.talk);
-        outcome = ExportWork::sheets(Deck::printedCards(input->deck.cards), input->renderer, *settings, input->name,
-                                     options.output.filename().string(), fileSink(options.output), bar.function());
+        ProgressBar bar(std::string(ExportWork::sheetsBusyText), options.talk);
+        outcome = ExportWork::sheets(Deck::printedCards(input->deck->cards), input->renderer, input->project.sheet,
+                                     input->project.name, options.output.filename().string(), fileSink(options.output),
+                                     bar.function());
     }
     if (!outcome) return std::unexpected(ExportWork::description(outcome.error()));
-    return "Saved " + std::to_string(outcome->count) + " pages to " + quotedName(options.output) + ".\n";
+    return ExportWork::notice(*outcome, options.output);
 }
 
 }  // namespace quorvel::CommandLine

@@ -3,11 +3,11 @@
 
 namespace quorvel::CommandLine {
 
-Result ttsCommand(const Options& options) {
+Result ttsExport(const Options& options, const DeckSource& source, OwnFiles& own) {
     const auto work = [](const DeckInput& input, const ExportWork::Sink& sink, const ExportWork::Progress& progress) {
-        return ExportWork::tts(Deck::printedCards(input.deck.cards), input.renderer, sink, progress);
+        return ExportWork::tts(Deck::printedCards(input.deck->cards), input.renderer, sink, progress);
     };
-    return runFolderExport(options, {"Saving deck sheets…", "deck sheets", work});
+    return runFolderExport(options, source, own, {std::string(ExportWork::ttsBusyText), work});
 }
 
 }  // namespace quorvel::CommandLine

@@ -2,6 +2,9 @@
 
 #include "Foundation/Text.h"
 
+#include <exception>
+#include <new>
+
 namespace quorvel::CommandLine {
 
 std::string enumeration(const std::vector<std::string_view>& texts, std::string_view conjunction) {
@@ -11,6 +14,16 @@ std::string enumeration(const std::vector<std::string_view>& texts, std::string_
         joined += texts[i];
     }
     return joined;
+}
+
+std::string unforeseen() {
+    try {
+        throw;
+    } catch (const std::bad_alloc&) {
+        return "There isn’t enough memory.";
+    } catch (const std::exception& error) {
+        return std::string("Something unforeseen went wrong: ") + error.what() + ".";
+    }
 }
 
 std::string quotedName(const std::filesystem::path& path) {

@@ -21,6 +21,9 @@ std::vector<std::string_view> namesOf() {
     return names;
 }
 
+/// The sentence for the exception that is being handled.
+std::string unforeseen();
+
 /// The last component of a path in typographic quotes, as sentences name a file; the whole path where it has none.
 std::string quotedName(const std::filesystem::path& path);
 

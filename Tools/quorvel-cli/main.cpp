@@ -3,12 +3,12 @@
 #include "Interruption.h"
 #include "OptionTable.h"
 #include "StandardOutput.h"
+#include "Wording.h"
 
 #include <algorithm>
 #include <csignal>
 #include <exception>
 #include <iostream>
-#include <new>
 #include <string>
 #include <variant>
 #include <vector>
@@ -34,11 +34,11 @@ Result run(const Options& options) {
         case Command::sample:
             return sampleCommand(options);
         case Command::sheets:
-            return sheetsCommand(options);
+            return exportCommand(options, sheetsExport);
         case Command::images:
-            return imagesCommand(options);
+            return exportCommand(options, imagesExport);
         case Command::tts:
-            return ttsCommand(options);
+            return exportCommand(options, ttsExport);
         case Command::calibration:
             return calibrationCommand(options);
         case Command::table:
@@ -47,6 +47,8 @@ Result run(const Options& options) {
             return worksheetsCommand(options);
         case Command::cards:
             return cardsCommand(options);
+        case Command::decks:
+            return decksCommand(options);
     }
     return {};
 }
@@ -74,10 +76,8 @@ int answer(const UsageFailure& failure) {
 int runProgram(const std::vector<std::string>& arguments) {
     try {
         return std::visit([](const auto& request) { return answer(request); }, parse(arguments));
-    } catch (const std::bad_alloc&) {
-        return tell("There isn’t enough memory.");
-    } catch (const std::exception& error) {
-        return tell(std::string("Something unforeseen went wrong: ") + error.what() + ".");
+    } catch (const std::exception&) {
+        return tell(unforeseen());
     }
 }
 
