@@ -1,0 +1,70 @@
+#include "DataTab/DataView.h"
+
+#include "Controls/Style.h"
+
+#include <QHBoxLayout>
+#include <QSplitter>
+#include <QStackedWidget>
+
+namespace quorvel {
+namespace {
+
+constexpr int narrowestForm = 340;
+constexpr int idealForm = 380;
+constexpr int widestForm = 460;
+constexpr int narrowestTable = 360;
+
+}  // namespace
+
+DataView::DataView(AppModel& model, QWidget* parent)
+    : QWidget(parent),
+      model_(model),
+      form_(new GroupedForm),
+      files_(*form_, model),
+      columns_(*form_, model),
+      right_(new QStackedWidget),
+      withoutTable_(new QWidget),
+      table_(new DataTableView) {
+    form_->setMinimumWidth(narrowestForm);
+    form_->setMaximumWidth(widestForm);
+    right_->setMinimumWidth(narrowestTable);
+    right_->addWidget(withoutTable_);
+    right_->addWidget(table_);
+    auto* columns = new QSplitter(Qt::Horizontal);
+    columns->addWidget(form_);
+    columns->addWidget(right_);
+    columns->setChildrenCollapsible(false);
+    columns->setHandleWidth(1);
+    columns->setStretchFactor(0, 0);
+    columns->setStretchFactor(1, 1);
+    columns->setSizes({idealForm, 2 * narrowestTable});
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(columns);
+
+    subscription_ = model.subscribe([this](Changes changes) { refresh(changes); });
+    Changes everything;
+    everything.add(Change::openDeck);
+    refresh(everything);
+}
+
+void DataView::refresh(Changes changes) {
+    if (!changes.has(Change::decks) && !changes.has(Change::selection) && !changes.has(Change::openDeck)) return;
+    form_->setEnabled(model_.currentProject() != nullptr);
+    files_.refresh();
+    columns_.refresh();
+    refreshTable();
+}
+
+void DataView::refreshTable() {
+    const OpenDeck& open = model_.state().open;
+    const DeckProject* project = model_.currentProject();
+    if (!table_->shows(open._table)) {
+        const Origin origin{model_.state()._selection, open._sourceURL, project ? project->sheetIndex : 0};
+        table_->setTable(open._table, origin == origin_ ? DataTableView::Places::kept : DataTableView::Places::dropped);
+        origin_ = origin;
+    }
+    right_->setCurrentWidget(open._table ? static_cast<QWidget*>(table_) : withoutTable_);
+}
+
+}  // namespace quorvel

@@ -1,0 +1,62 @@
+#include "Shell/DeckDetail.h"
+
+#include "CardsTab/CardsView.h"
+#include "DataTab/DataView.h"
+#include "SheetsTab/SheetsView.h"
+#include "Shell/StatusBanner.h"
+#include "Shell/WelcomeView.h"
+#include "TemplateTab/TemplateEditor.h"
+
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+namespace quorvel {
+namespace {
+
+QWidget* makeView(Tab tab, AppModel& model) {
+    switch (tab) {
+        case Tab::cards:
+            return new CardsView(model);
+        case Tab::template_:
+            return new TemplateEditor(model);
+        case Tab::sheets:
+            return new SheetsView(model);
+        case Tab::data:
+            return new DataView(model);
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+DeckDetail::DeckDetail(AppModel& model, QWidget* parent) : QWidget(parent), model_(model) {
+    pages_ = new QWidget;
+    stack_ = new QStackedLayout(pages_);
+    welcome_ = new WelcomeView(model_);
+    stack_->addWidget(welcome_);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(pages_);
+    new StatusBanner(model_, this);
+
+    subscription_ = model_.subscribe([this](Changes changes) {
+        if (changes.has(Change::tab) || changes.has(Change::selection) || changes.has(Change::decks)) refresh();
+    });
+    refresh();
+}
+
+void DeckDetail::refresh() {
+    QWidget* wanted = model_.currentProject() ? view(model_.state()._tab) : welcome_;
+    if (stack_->currentWidget() != wanted) stack_->setCurrentWidget(wanted);
+}
+
+QWidget* DeckDetail::view(Tab tab) {
+    QWidget*& view = views_[tab];
+    if (!view) {
+        view = makeView(tab, model_);
+        stack_->addWidget(view);
+    }
+    return view;
+}
+
+}  // namespace quorvel
