@@ -3,11 +3,12 @@
 
 #include <QEventLoop>
 #include <atomic>
+#include <condition_variable>
 #include <gmock/gmock.h>
 #include <latch>
+#include <mutex>
 #include <numeric>
 #include <optional>
-#include <semaphore>
 #include <string>
 #include <thread>
 #include <unistd.h>
@@ -15,6 +16,30 @@
 
 namespace quorvel {
 namespace {
+
+/// What some threads give and others wait for. Not the standard's semaphore: this compiler's can miss that it was
+/// released and wait for good.
+class Permits {
+public:
+    explicit Permits(int count) : count_(count) {}
+
+    void release(int count = 1) {
+        const std::lock_guard lock(guard_);
+        count_ += count;
+        changed_.notify_all();
+    }
+
+    void acquire() {
+        std::unique_lock lock(guard_);
+        changed_.wait(lock, [this] { return count_ > 0; });
+        --count_;
+    }
+
+private:
+    std::mutex guard_;
+    std::condition_variable changed_;
+    int count_;
+};
 
 using namespace std::chrono_literals;
 using testing::ElementsAre;
@@ -201,7 +226,7 @@ TEST_F(QtSchedulerTest, cancelsWithinOneTurnOfTheLoop) {
 }
 
 TEST_F(QtSchedulerTest, cancelsATailThatWaitsBehindAnotherJob) {
-    std::counting_semaphore<> ended(0);
+    Permits ended(0);
     std::vector<Scheduler::Task> tasks;
     for (int each = 0; each < 2; ++each)
         tasks.push_back(inBackground(
@@ -221,8 +246,8 @@ TEST_F(QtSchedulerTest, cancelsATailThatWaitsBehindAnotherJob) {
 }
 
 TEST_F(QtSchedulerTest, dropsWorkThatHasNotBegunAndTailsOfWorkThatHas) {
-    std::counting_semaphore<> go(0);
-    std::counting_semaphore<> begun(0);
+    Permits go(0);
+    Permits begun(0);
     std::atomic<int> worked = 0;
     int tails = 0;
     const int threads = int(QtScheduler::threadCount());
@@ -247,7 +272,7 @@ TEST_F(QtSchedulerTest, dropsWorkThatHasNotBegunAndTailsOfWorkThatHas) {
 
 TEST_F(QtSchedulerTest, takesUpWorkInOrder) {
     // With all threads but one busy, the order of beginning is the order of giving.
-    std::counting_semaphore<> go(0);
+    Permits go(0);
     std::vector<int> order;
     std::atomic<int> busy = 0;
     const int others = int(QtScheduler::threadCount()) - 1;
@@ -434,7 +459,7 @@ TEST_F(QtSchedulerTest, leavesTheLoopItsTurnsWhileJobsFollowJobs) {
 }
 
 TEST_F(QtSchedulerTest, itsEndWaitsForBegunWorkAndDropsTheRest) {
-    std::counting_semaphore<> begun(0);
+    Permits begun(0);
     std::atomic<bool> ended = false;
     Pipe pipe;
     pipe.put();
