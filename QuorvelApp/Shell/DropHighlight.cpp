@@ -11,8 +11,8 @@ DropHighlight::DropHighlight(QWidget* parent) : QWidget(parent) {
     hide();
 }
 
-void DropHighlight::cover() {
-    setGeometry(parentWidget()->rect());
+void DropHighlight::cover(const QRect& place) {
+    setGeometry(place);
     raise();
     show();
 }

@@ -4,14 +4,14 @@
 
 namespace quorvel {
 
-/// A frame around all of its parent while something is dragged over it that may be dropped there.
+/// A frame around what lies below while something is dragged over it that may be dropped there.
 class DropHighlight : public QWidget {
     Q_OBJECT
 public:
     explicit DropHighlight(QWidget* parent);
 
-    /// Over all of the parent, as large as it is now.
-    void cover();
+    /// Appears over a part of its parent.
+    void cover(const QRect& place);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

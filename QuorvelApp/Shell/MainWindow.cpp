@@ -107,7 +107,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
     if (!DroppedFiles::spreadsheet(DroppedFiles::of(*event->mimeData()))) return event->ignore();
     event->acceptProposedAction();
-    dropHighlight_->cover();
+    dropHighlight_->cover(rect().adjusted(0, menuBar()->height(), 0, 0));
 }
 
 void MainWindow::dragLeaveEvent(QDragLeaveEvent*) {

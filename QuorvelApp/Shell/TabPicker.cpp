@@ -41,7 +41,7 @@ protected:
         if (isChecked()) {
             painter.setBrush(QColor(0, 0, 0, dark ? 60 : 22));
             painter.drawRoundedRect(shape.translated(0, 0.75), corner, corner);
-            painter.setBrush(dark ? palette().color(QPalette::Button).lighter(135) : palette().color(QPalette::Base));
+            painter.setBrush(dark ? palette().color(QPalette::Button).lighter(170) : palette().color(QPalette::Base));
             painter.drawRoundedRect(shape, corner, corner);
         } else if (underMouse()) {
             painter.setBrush(Style::panel(palette(), isDown() ? 0.18 : 0.1));
