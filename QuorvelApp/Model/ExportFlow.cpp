@@ -24,11 +24,11 @@ struct Words {
 Words wordsOf(ExportKind kind) {
     switch (kind) {
         case ExportKind::sheets:
-            return {"Choose Where to Save the Print Sheets", " print sheets.pdf", ExportWork::sheetsBusyText};
+            return {"Choose Where to Save the Print Sheets", ExportWork::sheetsSuffix, ExportWork::sheetsBusyText};
         case ExportKind::images:
-            return {"Choose Where to Save the Card Images", " card images", ExportWork::imagesBusyText};
+            return {"Choose Where to Save the Card Images", ExportWork::imagesSuffix, ExportWork::imagesBusyText};
         case ExportKind::tts:
-            return {"Choose Where to Save the Tabletop Simulator Images", " Tabletop Simulator",
+            return {"Choose Where to Save the Tabletop Simulator Images", ExportWork::ttsSuffix,
                     ExportWork::ttsBusyText};
     }
     return {};

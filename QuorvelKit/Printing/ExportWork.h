@@ -77,6 +77,11 @@ std::expected<void, Failure> calibrationPage(const CardTemplate& design, const S
                                              const std::string& fileName, const Sink& sink);
 inline constexpr std::string_view calibrationNotice = "Saved the calibration page. Print it double-sided at 100%.";
 
+/// What stands behind the deck's name in the name proposed for an export: of a file for sheets, of a folder else.
+inline constexpr std::string_view sheetsSuffix = " print sheets.pdf";
+inline constexpr std::string_view imagesSuffix = " card images";
+inline constexpr std::string_view ttsSuffix = " Tabletop Simulator";
+
 /// The name proposed for a file or folder made from a deck's name: "/" and control characters become blanks.
 std::string proposedName(std::string_view deckName, std::string_view suffix);
 

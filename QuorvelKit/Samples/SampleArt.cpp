@@ -1,10 +1,10 @@
 #include "Samples/SampleArt.h"
 
 #include "Drawing/BitmapContext.h"
+#include "Drawing/ShadowBlur.h"
 #include "Foundation/Text.h"
 #include "Pictures/IconSet.h"
 #include "Samples/SampleTemplates.h"
-#include "Samples/ShadowBlur.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,14 +58,7 @@ std::optional<Image> shadowPicture(std::string_view icon, double side, int margi
     auto shape = BitmapContext::make(extent, extent);
     if (!shape) return std::nullopt;
     IconSet::draw(icon, RGBA::black, shape->context(), {double(margin), double(margin), side, side});
-    const auto blurred = ShadowBlur::blurredAlpha(std::move(*shape).finish(), shadowSigma);
-
-    const auto pixels = allocatePixels(extent, extent);
-    if (!pixels) return std::nullopt;
-    std::ranges::transform(blurred, pixels.get(), [](std::uint16_t alpha) {
-        return std::uint32_t(std::lround(alpha * shadowOpacity / 256)) << 24;
-    });
-    return Image(extent, extent, pixels, Image::Alpha::varying);
+    return ShadowBlur::shadow(std::move(*shape).finish(), shadowSigma, shadowOpacity);
 }
 
 }  // namespace

@@ -1,22 +1,17 @@
 #include "Drawing/BitmapContext.h"
-#include "Foundation/AtomicFile.h"
 #include "Foundation/Units.h"
 #include "Printing/Duplex.h"
 #include "Printing/PageMeasures.h"
-#include "Printing/SheetPDF.h"
+#include "Printing/SheetPDFTest.h"
 #include "Rendering/CardImage.h"
-#include "Rendering/TestCards.h"
 #include "Support/Images/GoldenImage.h"
 #include "Support/Images/ImageDifference.h"
 #include "Support/Images/RenderPDFPage.h"
-#include "Support/TemporaryFolder.h"
 
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
-#include <regex>
-#include <vips/vips.h>
 
 namespace quorvel {
 namespace {
@@ -24,34 +19,6 @@ namespace {
 using testing::HasSubstr;
 
 constexpr double tenthOfAMillimetre = 0.1 / 25.4 * 72;
-
-CardRenderer plainRenderer(CardSize size = CardSize::poker) {
-    CardRenderer renderer;
-    renderer.template_ = CardTemplate("Test", size, {}, {});
-    renderer.template_.background = RGBA::bytes(255, 0, 0);
-    renderer.template_.backBackground = RGBA::bytes(0, 0, 255);
-    return renderer;
-}
-
-CardRenderer titledRenderer(CardSize size = CardSize::poker) {
-    CardRenderer renderer = plainRenderer(size);
-    renderer.template_.background = RGBA::white;
-    renderer.template_.front.emplace_back("Title", LayerKind::text, Frame{5, 5, 50, 10}, "{{title}} front");
-    renderer.template_.back.emplace_back("Title", LayerKind::text, Frame{5, 5, 50, 10}, "{{title}} back");
-    return renderer;
-}
-
-std::string pdfOf(const std::vector<Card>& cards, const CardRenderer& renderer, const SheetSettings& settings,
-                  const std::string& title = "Deck") {
-    auto pdf = SheetPDF::make(cards, renderer, settings, title);
-    return pdf ? std::move(*pdf) : std::string();
-}
-
-std::size_t occurrences(std::string_view text, std::string_view needle) {
-    std::size_t count = 0;
-    for (auto at = text.find(needle); at != text.npos; at = text.find(needle, at + 1)) ++count;
-    return count;
-}
 
 TEST(SheetPDF, FailsWithoutCardsBeforeAnythingElse) {
     const auto tooBig = plainRenderer(CardSize(CardSize::Preset::custom, 500, 500));
@@ -296,69 +263,6 @@ TEST(SheetPDF, APageBehindTheLastHasItsCutMarks) {
     EXPECT_EQ(differenceBetween(drawn(7, numberedCards(10)), empty).maximum, 0);
     EXPECT_EQ(differenceBetween(drawn(std::numeric_limits<std::size_t>::max(), numberedCards(10)), empty).maximum, 0);
     EXPECT_GT(differenceBetween(empty, plainImage(612, 792, 0xFFFFFFFF)).maximum, 50);
-}
-
-TEST(SheetPDF, NamesItsCreatorAndItsTitle) {
-    const auto pdf = pdfOf(numberedCards(1), plainRenderer(), {}, "Orchard");
-    EXPECT_THAT(pdf, HasSubstr("/Creator (Quorvel)"));
-    EXPECT_THAT(pdf, HasSubstr("/Title (Orchard)"));
-}
-
-TEST(SheetPDF, TextStaysTextInSubsetFonts) {
-    const auto pdf = pdfOf(numberedCards(2), titledRenderer(), {});
-    EXPECT_THAT(pdfPageText(pdf, 0), HasSubstr("Card 2 front"));
-    EXPECT_GT(occurrences(pdf, "/FontFile"), 0u);
-    const std::regex name("/FontName\\s*/([^\\s/]+)");
-    for (auto found = std::sregex_iterator(pdf.begin(), pdf.end(), name); found != std::sregex_iterator(); ++found)
-        EXPECT_TRUE(std::regex_match((*found)[1].str(), std::regex("[A-Z]{6}\\+.+"))) << (*found)[1];
-}
-
-TEST(SheetPDF, APictureIsStoredOnce) {
-    SheetSettings settings;
-    settings.duplex = true;
-    auto renderer = plainRenderer();
-    renderer.assets->register_(plainImage(300, 200, 0xFF208040), "green");
-    for (auto* side : {&renderer.template_.front, &renderer.template_.back})
-        side->emplace_back("Art", LayerKind::image, Frame{5, 5, 50, 40}, "green");
-    const auto pdf = pdfOf(numberedCards(20), renderer, settings);
-    EXPECT_EQ(SheetPDF::pageCount(pdf), 6);
-    EXPECT_EQ(occurrences(pdf, "/Subtype /Image"), 1u);
-}
-
-/// A JPEG of 60 × 40 pixels that needs no change.
-std::string jpegFile() {
-    std::vector<unsigned char> samples(60 * 40 * 3);
-    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<unsigned char>(i * 7);
-    VipsImage* image = vips_image_new_from_memory(samples.data(), samples.size(), 60, 40, 3, VIPS_FORMAT_UCHAR);
-    image->Type = VIPS_INTERPRETATION_sRGB;
-    void* bytes = nullptr;
-    std::size_t length = 0;
-    EXPECT_EQ(vips_jpegsave_buffer(image, &bytes, &length, nullptr), 0);
-    std::string file(static_cast<const char*>(bytes), length);
-    g_free(bytes);
-    g_object_unref(image);
-    return file;
-}
-
-TEST(SheetPDF, AJPEGThatNeedsNoChangeIsStoredAsItIs) {
-    ASSERT_EQ(vips_init("PrintingTests"), 0);
-    const TemporaryFolder folder;
-    const std::string jpeg = jpegFile();
-    ASSERT_TRUE(AtomicFile::write(folder / "photo.jpg", jpeg));
-    auto renderer = plainRenderer();
-    renderer.assets = std::make_shared<Assets>(std::vector{folder.path()});
-    renderer.template_.front.emplace_back("Art", LayerKind::image, Frame{5, 5, 50, 40}, "photo.jpg");
-    const auto pdf = pdfOf(numberedCards(20), renderer, {});
-    EXPECT_EQ(SheetPDF::pageCount(pdf), 3);
-    EXPECT_EQ(occurrences(pdf, jpeg), 1u);
-    EXPECT_EQ(occurrences(pdf, "/Subtype /Image"), 1u);
-}
-
-TEST(SheetPDF, TheSameCardsGiveTheSameBytes) {
-    SheetSettings settings;
-    settings.duplex = true;
-    EXPECT_TRUE(pdfOf(numberedCards(20), titledRenderer(), settings) ==
-                pdfOf(numberedCards(20), titledRenderer(), settings));
 }
 
 // One design through both kinds of context: opacity, outlines, pictures, icons and text must agree.

@@ -2,6 +2,7 @@
 
 #include "Foundation/EnumText.h"
 #include "Foundation/Text.h"
+#include "Printing/ExportWork.h"
 #include "Wording.h"
 
 #include <algorithm>
@@ -24,13 +25,13 @@ constexpr std::array commands{
     CommandEntry{sample, "sample", "FOLDER", "", "",
                  "write the sample deck: a spreadsheet, its pictures and a template",
                  "Writes “Orchard Couriers.csv”, the folder “art” with its pictures and “template.json” into FOLDER."},
-    CommandEntry{sheets, "sheets", "FILE", "OUT.pdf", " print sheets.pdf", "make print sheets as one PDF",
+    CommandEntry{sheets, "sheets", "FILE", "OUT.pdf", ExportWork::sheetsSuffix, "make print sheets as one PDF",
                  "Lays out the cards of the spreadsheet FILE, each as often as its quantity says, on sheets of paper. "
                  "The settings of paper and layout are those of a new deck unless --settings or --set change them."},
-    CommandEntry{images, "images", "FILE", "FOLDER", " card images", "make a PNG image of each card",
+    CommandEntry{images, "images", "FILE", "FOLDER", ExportWork::imagesSuffix, "make a PNG image of each card",
                  "Makes a PNG of each card of the spreadsheet FILE and of its back, or a single back.png where all "
                  "cards share one back. Cards with quantity 0 are left out."},
-    CommandEntry{tts, "tts", "FILE", "FOLDER", " Tabletop Simulator", "make deck sheets for Tabletop Simulator",
+    CommandEntry{tts, "tts", "FILE", "FOLDER", ExportWork::ttsSuffix, "make deck sheets for Tabletop Simulator",
                  "Makes deck sheets of 10 × 7 places from the spreadsheet FILE, the back, and a README.txt that says "
                  "how to load them."},
     CommandEntry{calibration, "calibration", "", "OUT.pdf", "", "make the page that measures a printer’s duplex offset",

@@ -1,4 +1,4 @@
-#include "Samples/ShadowBlur.h"
+#include "Drawing/ShadowBlur.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Samples/ShadowBlur.h"
+#include "Drawing/ShadowBlur.h"
 
 #include <algorithm>
 #include <array>
@@ -60,6 +60,15 @@ std::vector<std::uint16_t> blurredAlpha(const Image& shape, double sigma) {
             blurLine(&passed[std::size_t(x)], &values[std::size_t(x)], height, std::size_t(width), box);
     }
     return values;
+}
+
+std::optional<Image> shadow(const Image& shape, double sigma, double opacity) {
+    const auto pixels = allocatePixels(shape.width(), shape.height());
+    if (!pixels) return std::nullopt;
+    std::ranges::transform(blurredAlpha(shape, sigma), pixels.get(), [opacity](std::uint16_t alpha) {
+        return std::uint32_t(std::lround(alpha * opacity / 256)) << 24;
+    });
+    return Image(shape.width(), shape.height(), pixels, Image::Alpha::varying);
 }
 
 }  // namespace quorvel::ShadowBlur
