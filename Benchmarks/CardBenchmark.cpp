@@ -1,58 +1,20 @@
 // Drawing cards of the sample deck: a card at 300 dpi and at the size of a thumbnail with its pictures cached, its PNG,
 // and the print sheets of the whole deck.
 
-#include "Cards/Deck.h"
 #include "Printing/SheetPDF.h"
 #include "Rendering/CardImage.h"
-#include "Samples/SampleDeck.h"
-#include "Samples/SampleTemplates.h"
+#include "SampleOnDisk.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <unistd.h>
 
 using namespace quorvel;
 
 namespace {
 
-/// The sample deck's cards and its pictures on the disk, for as long as the program runs.
-class Sample {
-public:
-    Sample() : folder_(std::filesystem::temp_directory_path() / ("quorvel-benchmark-" + std::to_string(getpid()))) {
-        if (!SampleDeck::write(folder_)) {
-            std::fputs("the sample deck can't be written\n", stderr);
-            std::exit(1);
-        }
-        DataTable table = SampleDeck::table();
-        const auto mapping = FieldMapping::guess(table.headers);
-        cards_ = Deck(std::move(table), mapping).cards;
-        assets_ = std::make_shared<Assets>(std::vector{folder_});
-    }
-    ~Sample() {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-    Sample(const Sample&) = delete;
-    Sample& operator=(const Sample&) = delete;
-
-    const std::vector<Card>& cards() const { return cards_; }
-
-    CardRenderer renderer(SampleTemplates::Kind kind) const {
-        return {SampleTemplates::make(kind, SampleDeck::name), assets_};
-    }
-
-private:
-    std::filesystem::path folder_;
-    std::vector<Card> cards_;
-    std::shared_ptr<Assets> assets_;
-};
-
-const Sample& sample() {
-    static const Sample made;
+const SampleOnDisk& sample() {
+    static const SampleOnDisk made;
     return made;
 }
 

@@ -1,8 +1,8 @@
 // The table preview with far more rows and columns than anyone has cards: how long each step holds the main thread up.
 
+#include "Controls/Picker.h"
 #include "DataTab/ColumnListModel.h"
 #include "DataTab/DataTableView.h"
-#include "DataTab/ListPicker.h"
 #include "Support/Desktop/EventLoop.h"
 
 #include <QAbstractItemView>
@@ -147,9 +147,9 @@ void fillsThePickers(benchmark::State& state) {
     std::vector<std::string> headers;
     for (std::int64_t i = 0; i < state.range(0); ++i) headers.push_back("Column " + std::to_string(i));
     ColumnListModel columns;
-    std::vector<std::unique_ptr<ListPicker>> pickers;
+    std::vector<std::unique_ptr<Picker>> pickers;
     for (int i = 0; i < 7; ++i) {
-        pickers.push_back(std::make_unique<ListPicker>());
+        pickers.push_back(std::make_unique<Picker>("Column"));
         pickers.back()->setModel(&columns);
         pickers.back()->QWidget::show();
     }
@@ -170,7 +170,7 @@ void opensAPicker(benchmark::State& state) {
     ColumnListModel columns;
     columns.setHeaders(headers);
     for (auto _ : state) {
-        ListPicker picker;
+        Picker picker("Column");
         picker.setModel(&columns);
         picker.QWidget::show();
         runWhatWaits();

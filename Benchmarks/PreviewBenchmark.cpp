@@ -1,21 +1,15 @@
 // What the window shows while a deck is edited: the canvas, a page of the print preview and a batch of thumbnails of
 // the sample deck, and what the main thread pays for them with a deck of 5,000 cards.
 
-#include "Cards/Deck.h"
 #include "Model/Previews.h"
 #include "Model/ThumbnailQueue.h"
 #include "Model/Thumbnails.h"
 #include "Rendering/CardImage.h"
-#include "Samples/SampleDeck.h"
-#include "Samples/SampleTemplates.h"
+#include "SampleOnDisk.h"
 
 #include <benchmark/benchmark.h>
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
-#include <unistd.h>
 
 using namespace quorvel;
 
@@ -23,45 +17,19 @@ namespace {
 
 constexpr std::int64_t manyCards = 5000;
 
-/// The sample deck's cards and its pictures on the disk, for as long as the program runs.
-class Sample {
-public:
-    Sample() : folder_(std::filesystem::temp_directory_path() / ("quorvel-benchmark-" + std::to_string(getpid()))) {
-        if (!SampleDeck::write(folder_)) {
-            std::fputs("the sample deck can't be written\n", stderr);
-            std::exit(1);
-        }
-        DataTable table = SampleDeck::table();
-        const auto mapping = FieldMapping::guess(table.headers);
-        deck_ = std::make_shared<const Deck>(std::move(table), mapping);
-        renderer_ = {SampleTemplates::make(SampleTemplates::Kind::classic, SampleDeck::name),
-                     std::make_shared<Assets>(std::vector{folder_}), CardRenderer::MissingPictures::mark};
-    }
-    ~Sample() {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder_, ignored);
-    }
-    Sample(const Sample&) = delete;
-    Sample& operator=(const Sample&) = delete;
-
-    const std::shared_ptr<const Deck>& deck() const { return deck_; }
-    const CardRenderer& renderer() const { return renderer_; }
-
-private:
-    std::filesystem::path folder_;
-    std::shared_ptr<const Deck> deck_;
-    CardRenderer renderer_;
-};
-
-const Sample& sample() {
-    static const Sample made;
+const SampleOnDisk& sample() {
+    static const SampleOnDisk made;
     return made;
+}
+
+CardRenderer sampleRenderer() {
+    return sample().renderer(SampleTemplates::Kind::classic, CardRenderer::MissingPictures::mark);
 }
 
 /// The sample deck's cards over and over, 999 copies of each.
 std::shared_ptr<const Deck> largeDeck() {
     auto deck = std::make_shared<Deck>();
-    const auto& cards = sample().deck()->cards;
+    const auto& cards = sample().cards();
     for (std::int64_t id = 0; id < manyCards; ++id) {
         Card card = cards[std::size_t(id) % cards.size()];
         card.id = id;
@@ -72,25 +40,25 @@ std::shared_ptr<const Deck> largeDeck() {
 }
 
 void canvas(benchmark::State& state) {
-    const auto draw = Previews::canvas(sample().renderer(), sample().deck()->cards[3], Side::front);
+    const auto draw = Previews::canvas(sampleRenderer(), sample().cards()[3], Side::front);
     benchmark::DoNotOptimize(draw());  // fills the cache of pictures
     for (auto _ : state) benchmark::DoNotOptimize(draw());
 }
 BENCHMARK(canvas)->Unit(benchmark::kMillisecond);
 
 void page(benchmark::State& state) {
-    const auto draw = Previews::sheet(sample().renderer(), sample().deck(), {}, 0, false);
+    const auto draw = Previews::sheet(sampleRenderer(), sample().deck(), {}, 0, false);
     benchmark::DoNotOptimize((*draw)());
     for (auto _ : state) benchmark::DoNotOptimize((*draw)());
 }
 BENCHMARK(page)->Unit(benchmark::kMillisecond);
 
 void thumbnailBatch(benchmark::State& state) {
-    const CardRenderer& renderer = sample().renderer();
+    const CardRenderer renderer = sampleRenderer();
     const double dpi = Previews::thumbnailDPI(renderer.template_, Thumbnails::width);
     for (auto _ : state) {
         for (std::size_t i = 0; i < ThumbnailQueue::batch; ++i)
-            benchmark::DoNotOptimize(CardImage::render(&sample().deck()->cards[i], Side::front, renderer,
+            benchmark::DoNotOptimize(CardImage::render(&sample().cards()[i], Side::front, renderer,
                                                        CardImage::Bleed::none, CardImage::Corners::rounded, dpi));
     }
     state.SetItemsProcessed(state.iterations() * std::int64_t(ThumbnailQueue::batch));
@@ -100,7 +68,7 @@ BENCHMARK(thumbnailBatch)->Unit(benchmark::kMillisecond);
 /// The main thread's share of showing another page of 5,000,000 cards.
 void startPage(benchmark::State& state) {
     const auto deck = largeDeck();
-    for (auto _ : state) benchmark::DoNotOptimize(Previews::sheet(sample().renderer(), deck, {}, INT64_MAX, false));
+    for (auto _ : state) benchmark::DoNotOptimize(Previews::sheet(sampleRenderer(), deck, {}, INT64_MAX, false));
 }
 BENCHMARK(startPage)->Unit(benchmark::kMicrosecond);
 
@@ -141,7 +109,7 @@ BENCHMARK(invalidate)->Arg(manyCards)->Arg(10)->Unit(benchmark::kMicrosecond);
 
 /// Switching decks: a full store of thumbnails is taken out. Freeing it (ten milliseconds) is left to the background.
 void clear(benchmark::State& state) {
-    const CardRenderer& renderer = sample().renderer();
+    const CardRenderer renderer = sampleRenderer();
     const double dpi = Previews::thumbnailDPI(renderer.template_, Thumbnails::width);
     ThumbnailQueue::Change change;
     for (auto _ : state) {

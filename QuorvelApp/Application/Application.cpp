@@ -1,5 +1,6 @@
 #include "Application/Application.h"
 
+#include "Controls/Style.h"
 #include "QtPlatform/Platform.h"
 
 #include <QApplication>
@@ -19,6 +20,7 @@ Application::Application(StartMessage start)
 Application::~Application() = default;
 
 int Application::run() {
+    desktop_.followLook(wear);
     // From the loop: a process that isn't the first ends by leaving it.
     scheduler_.post([this] { instance_.begin(start_, [this](SingleInstance::Outcome each) { decided(each); }); });
     int code = QApplication::exec();
@@ -53,6 +55,12 @@ void Application::open() {
     window_->show();
     if (!start_.files.empty()) window_->openFiles(start_.files);
     updater_->checkDaily();
+}
+
+void Application::wear(const DesktopLook& look) {
+    using Style::Appearance;
+    Style::setReduceMotion(look.reducesMotion);
+    Style::apply(*qApp, !look.isDark ? Appearance::system : *look.isDark ? Appearance::dark : Appearance::light);
 }
 
 void Application::comeForward(const StartMessage& message) {

@@ -39,6 +39,7 @@ private:
     void startEnding();
     void goOnEnding();
     void comeBack();
+    static void wear(const DesktopLook& look);
 
     StartMessage start_;
     // What follows goes in the opposite order: the lock on the library is held until all that writes has gone.

@@ -37,7 +37,7 @@ QString Banner::title(Action action) {
 std::vector<Banner> bannersFor(const OpenDeck& open) {
     std::vector<Banner> banners;
     if (open._loadError)
-        banners.push_back({QStringLiteral("exclamationmark.triangle"), Banner::Tone::warning, shown(*open._loadError),
+        banners.push_back({QStringLiteral("exclamationmark.triangle"), Banner::Tone::warning, text(*open._loadError),
                            Banner::Action::chooseSpreadsheet});
     if (const auto& missing = open._missingArt; !missing.empty()) {
         const QString names = firstOf(missing, namedPictures, [](const std::string& name) { return text(name); });

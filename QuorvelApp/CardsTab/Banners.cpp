@@ -1,9 +1,11 @@
 #include "CardsTab/Banners.h"
 
-#include "CardsTab/LinkButton.h"
-#include "CardsTab/TintedPanel.h"
+#include "Controls/LinkButton.h"
+#include "Controls/ScreenReader.h"
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
+#include "Controls/TintedPanel.h"
+#include "Controls/Wording.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -48,6 +50,8 @@ void Banners::setBanners(std::vector<Banner> banners) {
 
 QWidget* Banners::row(const Banner& banner) {
     auto* const panel = new TintedPanel(panelOpacity, this);
+    ScreenReader::makeAlert(panel);
+    panel->setAccessibleName(banner.text);
     auto* const line = new QHBoxLayout(panel);
     line->setContentsMargins(gap, gap, gap, gap);
     // Texts stand as far in as that of a link, which has room for its ring.
@@ -57,7 +61,7 @@ QWidget* Banners::row(const Banner& banner) {
                     0, Qt::AlignTop);
     auto* const words = new QVBoxLayout;
     words->setSpacing(Style::hair);
-    auto* const label = new QLabel(banner.text, panel);
+    auto* const label = new QLabel(breakable(banner.text), panel);
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -66,10 +70,11 @@ QWidget* Banners::row(const Banner& banner) {
     if (banner.action != Banner::Action::none) {
         auto* const button = new LinkButton(Banner::title(banner.action), panel);
         words->addWidget(button, 0, Qt::AlignLeft);
-        connect(button, &QAbstractButton::clicked, this, [this, action = banner.action] { emit activated(action); });
+        connect(button, &QAbstractButton::clicked, this, [this, action = banner.action] { Q_EMIT activated(action); });
     }
     line->addLayout(words, 1);
     panel->show();
+    ScreenReader::speak(panel);
     return panel;
 }
 

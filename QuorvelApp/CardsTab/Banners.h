@@ -17,7 +17,7 @@ public:
 
     void setBanners(std::vector<Banner> banners);
 
-signals:
+Q_SIGNALS:
     void activated(Banner::Action action);
 
 private:

@@ -243,11 +243,12 @@ void CardGrid::setCurrent(int index) {
         updateTile(index);
         announceCurrent();
     }
-    emit revealRequested(part);
+    Q_EMIT revealRequested(part);
 }
 
 void CardGrid::editTemplateWith(int index) {
     if (index < 0 || index >= count()) return;
+    if (index == model_.state()._canvasCard) model_.refreshCanvas();
     model_.setCanvasCard(index);
     model_.setTab(Tab::template_);
 }

@@ -40,7 +40,7 @@ public:
     int heightForWidth(int width) const override;
     QSize sizeHint() const override;
 
-signals:
+Q_SIGNALS:
     /// This part of the grid wants to be on screen.
     void revealRequested(const QRect& part);
 

@@ -1,6 +1,5 @@
 #include "CardsTab/CardTilePainter.h"
 
-#include "CardsTab/SoftShadow.h"
 #include "Controls/QtImage.h"
 #include "Controls/Spinner.h"
 #include "Controls/Style.h"
@@ -17,8 +16,8 @@ namespace {
 
 constexpr double dimmed = 0.45;  // opacity of a card that prints no copies
 constexpr double shadowOpacity = 0.18;
-constexpr double shadowBlur = 3;
-constexpr int shadowDown = 1;
+constexpr double shadowRadius = 3;
+constexpr double shadowDown = 1;
 constexpr int spinnerSize = 20;
 constexpr int badgeOut = 5;
 constexpr double ringWidth = 2.5;
@@ -66,12 +65,19 @@ private:
     double width_ = 0;
 };
 
+SoftShadow cardShadow(double cornerRadius) {
+    return SoftShadow(
+        {.radius = shadowRadius, .offset = {0, shadowDown}, .opacity = shadowOpacity, .cornerRadius = cornerRadius});
+}
+
 }  // namespace
+
+CardTilePainter::CardTilePainter() : shadow_(cardShadow(0)) {}
 
 void CardTilePainter::setLook(Look look) {
     if (look == look_) return;
     look_ = std::move(look);
-    shadow_ = {};
+    shadow_ = cardShadow(look_.cornerRadius);
 }
 
 bool CardTilePainter::paint(QPainter& painter, const Place& place, const CardTile& tile, Focus focus, double turn) {
@@ -107,7 +113,7 @@ bool CardTilePainter::paintAll(QPainter& painter, const Place& place, const Card
     painter.setRenderHint(QPainter::Antialiasing);
     bool best = true;
     if (tile.image) {
-        paintShadow(painter, place.picture);
+        shadow_.paint(painter, place.picture);
         best = paintPicture(painter, place.picture, tile);
     } else {
         drawn_[tile.card.id] = {};
@@ -147,19 +153,6 @@ void CardTilePainter::paintPlaceholder(QPainter& painter, const QRect& rect, dou
     painter.setBrush(Style::panel(look_.palette, 0.12));
     painter.drawRoundedRect(rect, Style::radius, Style::radius);
     Spinner::paint(painter, spinner(rect), Style::secondary(look_.palette), turn);
-}
-
-void CardTilePainter::paintShadow(QPainter& painter, const QRect& rect) {
-    const double ratio = look_.pixelRatio;
-    const int reach = int(std::ceil((overhang - shadowDown) * ratio));
-    if (shadow_.isNull() || shadowOf_ != rect.size()) {
-        shadow_ = softShadow(pixels(rect.size(), ratio), look_.cornerRadius * ratio, reach, shadowBlur * ratio,
-                             shadowOpacity);
-        shadow_.setDevicePixelRatio(ratio);
-        shadowOf_ = rect.size();
-    }
-    const double out = reach / ratio;
-    painter.drawImage(QPointF(rect.x() - out, rect.y() - out + shadowDown), shadow_);
 }
 
 void CardTilePainter::paintBadge(QPainter& painter, const QRect& picture, const CardTile& tile) const {

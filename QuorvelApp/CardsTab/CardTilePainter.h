@@ -2,6 +2,7 @@
 
 #include "CardsTab/CardTile.h"
 #include "CardsTab/GridLayout.h"
+#include "Controls/SoftShadow.h"
 
 #include <QFont>
 #include <QImage>
@@ -40,6 +41,8 @@ public:
 
     enum class Focus { no, yes };
 
+    CardTilePainter();
+
     void setLook(Look look);
     const Look& look() const { return look_; }
 
@@ -68,14 +71,12 @@ private:
     bool paintAll(QPainter& painter, const Place& place, const CardTile& tile, double turn);
     bool paintPicture(QPainter& painter, const QRect& rect, const CardTile& tile);
     void paintPlaceholder(QPainter& painter, const QRect& rect, double turn) const;
-    void paintShadow(QPainter& painter, const QRect& rect);
     void paintBadge(QPainter& painter, const QRect& picture, const CardTile& tile) const;
 
     Look look_;
     int toReduce_ = 0;
     std::unordered_map<std::int64_t, Drawn> drawn_;  // by card
-    QImage shadow_;                                  // around a picture of this size
-    QSize shadowOf_;
+    SoftShadow shadow_;
 };
 
 }  // namespace quorvel

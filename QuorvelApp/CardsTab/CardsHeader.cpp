@@ -40,7 +40,7 @@ void CardsHeader::refresh() {
     const OpenDeck& open = model_.state().open;
     title_->setText(title(*open._deck));
     const DeckProject* const project = model_.currentProject();
-    origin_->setText(project ? origin(*project, open) : QString());
+    origin_->setText(project ? breakable(origin(*project, open)) : QString());
     origin_->setVisible(!origin_->text().isEmpty());
 }
 

@@ -4,6 +4,7 @@
 #include "CardsTab/LoadingView.h"
 #include "CardsTab/NoSpreadsheetView.h"
 #include "Controls/EmptyState.h"
+#include "Controls/ScreenReader.h"
 #include "Controls/Wording.h"
 
 namespace quorvel {
@@ -12,6 +13,8 @@ CardsView::CardsView(AppModel& model, QWidget* parent) : QStackedWidget(parent),
     noSpreadsheet_ = new NoSpreadsheetView(model, this);
     error_ = new EmptyState(QStringLiteral("exclamationmark.triangle"),
                             QStringLiteral("The spreadsheet couldn’t be opened"), this);
+    ScreenReader::makeAlert(error_);
+    error_->setAccessibleName(QStringLiteral("The spreadsheet couldn’t be opened"));
     error_->setAction(QStringLiteral("Choose Spreadsheet…"));
     connect(error_, &EmptyState::activated, this, [this] { model_.chooseSpreadsheet(); });
     loading_ = new LoadingView(this);
@@ -47,14 +50,22 @@ QWidget* CardsView::page(CardsScreen screen) const {
     return nullptr;
 }
 
+void CardsView::showError(const QString& error) {
+    error_->setDescription(error);
+    error_->setAccessibleDescription(error);
+}
+
 void CardsView::refresh(Changes changes) {
     cards_->refresh(changes);
     if (!changes.has(Change::selection) && !changes.has(Change::openDeck) && !changes.has(Change::decks)) return;
     const OpenDeck& open = model_.state().open;
     const DeckProject* const project = model_.currentProject();
-    if (open._loadError) error_->setDescription(shown(*open._loadError));
+    if (open._loadError) showError(text(*open._loadError));
     if (project && project->source) loading_->setFileName(text(project->source->name));
-    setCurrentWidget(page(cardsScreenFor(project, open)));
+    QWidget* const wanted = page(cardsScreenFor(project, open));
+    if (wanted == currentWidget()) return;
+    setCurrentWidget(wanted);
+    if (wanted == error_) ScreenReader::speak(error_);
 }
 
 }  // namespace quorvel

@@ -22,6 +22,7 @@ public:
 private:
     /// Shows what the model has now.
     void refresh(Changes changes);
+    void showError(const QString& error);
     QWidget* page(CardsScreen screen) const;
 
     AppModel& model_;

@@ -2,6 +2,7 @@
 
 #include "Controls/Spinner.h"
 #include "Controls/Style.h"
+#include "Controls/Wording.h"
 
 #include <QLabel>
 #include <QTimer>
@@ -33,7 +34,7 @@ LoadingView::LoadingView(QWidget* parent) : QWidget(parent) {
 }
 
 void LoadingView::setFileName(const QString& name) {
-    words_->setText(QStringLiteral("Reading “%1”…").arg(name));
+    words_->setText(breakable(QStringLiteral("Reading “%1”…").arg(name)));
 }
 
 void LoadingView::showEvent(QShowEvent*) {

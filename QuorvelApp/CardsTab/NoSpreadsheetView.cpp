@@ -1,8 +1,9 @@
 #include "CardsTab/NoSpreadsheetView.h"
 
-#include "CardsTab/TintedPanel.h"
+#include "Controls/BusyButton.h"
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
+#include "Controls/TintedPanel.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
@@ -112,7 +113,7 @@ NoSpreadsheetView::NoSpreadsheetView(AppModel& model, QWidget* parent) : QScroll
     auto* const choose = new QPushButton(QStringLiteral("Choose Spreadsheet…"), page);
     choose->setDefault(true);
     connect(choose, &QPushButton::clicked, this, [&model] { model.chooseSpreadsheet(); });
-    auto* const sample = new QPushButton(QStringLiteral("Open the Sample Deck"), page);
+    auto* const sample = new BusyButton(QStringLiteral("Open the Sample Deck"), page);
     connect(sample, &QPushButton::clicked, this, [&model] { model.openSampleDeck(SampleTemplates::Kind::classic); });
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(Style::medium);
@@ -124,6 +125,11 @@ NoSpreadsheetView::NoSpreadsheetView(AppModel& model, QWidget* parent) : QScroll
     column->addLayout(buttons);
     column->addStretch(3);
     setWidget(page);
+
+    subscription_ = model.subscribe([&model, sample](Changes changes) {
+        if (changes.has(Change::status)) sample->setBusy(model.state()._isPaintingSample);
+    });
+    sample->setBusy(model.state()._isPaintingSample);
 }
 
 }  // namespace quorvel

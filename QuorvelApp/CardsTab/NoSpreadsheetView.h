@@ -11,6 +11,9 @@ class NoSpreadsheetView : public QScrollArea {
     Q_OBJECT
 public:
     explicit NoSpreadsheetView(AppModel& model, QWidget* parent = nullptr);
+
+private:
+    Announcer::Subscription subscription_;
 };
 
 }  // namespace quorvel

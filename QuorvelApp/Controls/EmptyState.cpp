@@ -2,6 +2,7 @@
 
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
+#include "Controls/Wording.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -62,7 +63,7 @@ EmptyState::EmptyState(const QString& symbol, const QString& title, QWidget* par
 }
 
 void EmptyState::setDescription(const QString& description) {
-    description_->setText(description);
+    description_->setText(breakable(description));
     description_->setTextInteractionFlags(description.isEmpty() ? Qt::NoTextInteraction : Qt::TextSelectableByMouse);
     description_->setVisible(!description.isEmpty());
 }

@@ -18,7 +18,7 @@ public:
     /// Without a text there is no button.
     void setAction(const QString& text);
 
-signals:
+Q_SIGNALS:
     void activated();
 
 private:

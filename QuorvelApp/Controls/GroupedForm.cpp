@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QVBoxLayout>
+#include <QWheelEvent>
 #include <algorithm>
 #include <vector>
 
@@ -55,13 +56,17 @@ protected:
     }
 };
 
-/// A wheel that turns over a picker without the keyboard is meant for the form.
+/// A wheel that turns over a picker without the keyboard is meant for the form, and so is one that began over the
+/// picker and goes on after the pointer has left it.
 class WheelPassesBy : public QObject {
 public:
     using QObject::QObject;
 
     bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() != QEvent::Wheel || static_cast<QWidget*>(object)->hasFocus()) return false;
+        if (event->type() != QEvent::Wheel) return false;
+        const auto* picker = static_cast<QWidget*>(object);
+        const QPoint place = static_cast<QWheelEvent*>(event)->position().toPoint();
+        if (picker->hasFocus() && picker->rect().contains(place)) return false;
         event->ignore();
         return true;
     }

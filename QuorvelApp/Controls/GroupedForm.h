@@ -10,7 +10,8 @@ namespace quorvel {
 
 /// A scrolling column of titled sections of labelled rows, as in a settings window. It is never narrower than its rows
 /// need. The Tab key goes from top to bottom, whatever the order in which the controls were made; a row that is hidden
-/// leaves no gap. Turning the wheel over a picker scrolls the form, unless the picker has the keyboard.
+/// leaves no gap. Turning the wheel over a picker scrolls the form, unless the picker has the keyboard and
+/// the pointer is over it.
 class GroupedForm : public QScrollArea {
     Q_OBJECT
 public:

@@ -31,6 +31,7 @@ NumberField::NumberField(const QString& title, const QString& unit, QWidget* par
     field_->setAccessibleName(title);
     field_->setAccessibleDescription(unit);
     field_->setText(print(value_, locale()));
+    field_->setAcceptDrops(false);  // what is dropped is a file for the window
     field_->installEventFilter(this);
     connect(field_, &QLineEdit::editingFinished, this, &NumberField::commit);
 
@@ -120,7 +121,7 @@ void NumberField::commit() {
     const bool isNew = isTyping() && text != print(value_, locale());
     const double typed = isNew ? parse(text, locale()).value_or(value_) : value_;
     restore();
-    if (typed != value_) emit valueEdited(typed);
+    if (typed != value_) Q_EMIT valueEdited(typed);
     if (field_->hasFocus()) field_->selectAll();
 }
 

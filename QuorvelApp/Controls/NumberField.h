@@ -31,7 +31,7 @@ public:
     /// With 0 to 2 decimals, none that is needless; empty for what isn't finite.
     static QString print(double value, const QLocale& locale);
 
-signals:
+Q_SIGNALS:
     /// The user has typed another value: with Return, Tab, or by leaving the field. Unless `setValue` answers it, the
     /// field goes back to the old one: it shows what the model made of it. The field must outlive the signal.
     void valueEdited(double value);

@@ -66,6 +66,9 @@ void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
             return drawCheckBox(*painter, *option);
         case PE_IndicatorRadioButton:
             return drawRadioButton(*painter, *option);
+        case PE_PanelMenu:
+            // Lifted from the window, as the panels on it are.
+            return drawBox(*painter, option->rect, 0, Style::surface(option->palette), Style::line(option->palette));
         case PE_FrameMenu:
             return drawBox(*painter, option->rect, 0, {}, Style::line(option->palette));
         case PE_PanelItemViewRow:
@@ -93,9 +96,7 @@ void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         }
         case PE_FrameFocusRect:
             if (!has(*option, State_KeyboardFocusChange)) return;
-            return drawRing(
-                *painter, option->rect, corner,
-                isDefault(option) ? option->palette.color(QPalette::WindowText) : Style::accent(option->palette));
+            return drawRing(*painter, option->rect, corner, Style::accent(option->palette));
         default:
             break;
     }
@@ -105,6 +106,14 @@ void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
 void QuietStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                              const QWidget* widget) const {
     switch (element) {
+        case CE_PushButton:
+            QProxyStyle::drawControl(element, option, painter, widget);
+            // The toolkit would only darken the frame that ours doesn't have.
+            if (has(*option, State_HasFocus) && has(*option, State_KeyboardFocusChange))
+                drawRing(
+                    *painter, option->rect, corner,
+                    isDefault(option) ? option->palette.color(QPalette::WindowText) : Style::accent(option->palette));
+            return;
         case CE_PushButtonLabel:
             if (isDefault(option) && has(*option, State_Enabled)) {
                 QStyleOptionButton onAccent = *qstyleoption_cast<const QStyleOptionButton*>(option);
@@ -115,6 +124,9 @@ void QuietStyle::drawControl(ControlElement element, const QStyleOption* option,
             break;
         case CE_MenuItem: {
             const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+            if (item && item->menuItemType == QStyleOptionMenuItem::Separator && item->text.isEmpty())
+                return painter->fillRect(option->rect.left() + Style::small, option->rect.center().y(),
+                                         option->rect.width() - 2 * Style::small, 1, Style::line(option->palette));
             if (!item || !has(*option, State_Selected) || !has(*option, State_Enabled)) break;
             const int iconSize = proxy()->pixelMetric(PM_SmallIconSize, option, widget);
             const QStyleOptionMenuItem onAccent = drawMenuGround(*painter, *item, iconSize);
@@ -288,6 +300,8 @@ int QuietStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, cons
             // Room for round corners around what is scrolled.
             if (qobject_cast<const QAbstractScrollArea*>(widget)) return 2;
             break;
+        case PM_MenuVMargin:
+            return Style::tight;
         case PM_SplitterWidth:
             return 5;  // wide enough to be caught
         case PM_ButtonShiftHorizontal:
@@ -305,6 +319,8 @@ int QuietStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
         case SH_ScrollBar_Transient:
         case SH_EtchDisabledText:
         case SH_DitherDisabledText:
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+        case SH_ComboBox_Popup:  // a list that scrolls, however many entries there are
             return 0;
         case SH_ScrollBar_LeftClickAbsolutePosition:
             return 0;

@@ -132,22 +132,24 @@ private:
 };
 
 /// Sets the text colours of its parent again whenever the palette has changed.
-class SecondaryText : public QObject {
+class ColoredText : public QObject {
 public:
-    explicit SecondaryText(QWidget* widget) : QObject(widget) {
+    using Color = QColor (*)(const QPalette&);
+
+    ColoredText(QWidget* widget, Color color) : QObject(widget), color_(color) {
         widget->installEventFilter(this);
-        color(*widget);
+        set(*widget);
     }
 
     bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == QEvent::PaletteChange) color(static_cast<QWidget&>(*object));
+        if (event->type() == QEvent::PaletteChange) set(static_cast<QWidget&>(*object));
         return false;
     }
 
 private:
-    static void color(QWidget& widget) {
+    void set(QWidget& widget) const {
         QPalette palette = widget.palette();
-        const QColor wanted = secondary(palette);
+        const QColor wanted = color_(palette);
         if (palette.color(QPalette::Active, QPalette::WindowText) == wanted) return;
         const Colors& c = colors(isDark(palette));
         for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::ButtonText}) {
@@ -156,6 +158,8 @@ private:
         }
         widget.setPalette(palette);
     }
+
+    Color color_;
 };
 
 std::optional<bool> toldReduceMotion;
@@ -247,7 +251,11 @@ QColor panel(const QPalette& palette, double opacity) {
 }
 
 void makeSecondary(QWidget* widget) {
-    new SecondaryText(widget);
+    new ColoredText(widget, &secondary);
+}
+
+void makeWarning(QWidget* widget) {
+    new ColoredText(widget, &warning);
 }
 
 bool reduceMotion() {

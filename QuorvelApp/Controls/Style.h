@@ -42,6 +42,8 @@ QColor panel(const QPalette& palette, double opacity);  ///< the secondary colou
 
 /// Makes the text of a label or button secondary, also after the palette changed.
 void makeSecondary(QWidget* widget);
+/// The same in the colour of warnings.
+void makeWarning(QWidget* widget);
 
 /// Whether the user asked for less motion: what was told below, else what the platform and the desktop's settings files
 /// say. Reads files that are small and mostly cached: ask when something is about to move, not while it does.

@@ -1,5 +1,6 @@
 #include "Controls/Wording.h"
 
+#include <QTextBoundaryFinder>
 #include <QtGlobal>
 #include <utility>
 
@@ -29,5 +30,26 @@ QString shown(std::string_view source) {
     return result;
 }
 #endif
+
+QString breakable(const QString& words, int longest) {
+    constexpr QChar lineMayEnd(0x200B);
+    QTextBoundaryFinder places(QTextBoundaryFinder::Line, words);
+    QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, words);
+    QString result;
+    int unbroken = 0;
+    for (qsizetype at = 0; at < words.size();) {
+        if (unbroken == longest) {
+            result += lineMayEnd;
+            unbroken = 0;
+        }
+        const qsizetype next = characters.toNextBoundary();
+        const qsizetype end = next > at ? next : words.size();
+        result += QStringView(words).sliced(at, end - at);
+        at = end;
+        places.setPosition(at);
+        unbroken = places.isAtBoundary() ? 0 : unbroken + 1;
+    }
+    return result;
+}
 
 }  // namespace quorvel

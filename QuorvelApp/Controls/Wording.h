@@ -15,4 +15,8 @@ inline QString text(std::string_view utf8) {
     return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
 }
 
+/// The same words for a label that wraps: what has no place for a line to end, a file's name of hundreds of letters,
+/// gets an unseen one after each `longest` characters.
+QString breakable(const QString& words, int longest = 32);
+
 }  // namespace quorvel

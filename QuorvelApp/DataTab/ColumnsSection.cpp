@@ -1,9 +1,9 @@
 #include "DataTab/ColumnsSection.h"
 
+#include "Controls/Picker.h"
 #include "Controls/Wording.h"
 #include "DataTab/CellText.h"
 #include "DataTab/ColumnListModel.h"
-#include "DataTab/ListPicker.h"
 
 #include <array>
 
@@ -26,7 +26,8 @@ ColumnsSection::ColumnsSection(GroupedForm& form, AppModel& model)
     : model_(model), columns_(new ColumnListModel(&form)) {
     GroupedForm::Section section = form.addSection(shown("Columns"));
     for (const auto& [field, label] : rows) {
-        auto* picker = new ListPicker;
+        auto* picker = new Picker(shown(label));
+        picker->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         picker->setModel(columns_);
         pickers_[field] = picker;
         QObject::connect(picker, &QComboBox::activated, &form,

@@ -9,7 +9,7 @@
 namespace quorvel {
 
 class ColumnListModel;
-class ListPicker;
+class Picker;
 
 /// The section "Columns": which column feeds each field.
 class ColumnsSection {
@@ -23,7 +23,7 @@ public:
 private:
     AppModel& model_;
     ColumnListModel* columns_;
-    std::map<Field, ListPicker*> pickers_;
+    std::map<Field, Picker*> pickers_;
     std::weak_ptr<const DataTable> table_;  // whose headers the list has
 };
 

@@ -47,8 +47,8 @@ void DataTableModel::reload(const std::shared_ptr<const DataTable>& table) {
         rowCount_ = rows;
         endRemoveRows();
     }
-    if (keptColumns > 0) emit headerDataChanged(Qt::Horizontal, 0, keptColumns - 1);
-    if (keptColumns > 0 && keptRows > 0) emit dataChanged(index(0, 0), index(keptRows - 1, keptColumns - 1));
+    if (keptColumns > 0) Q_EMIT headerDataChanged(Qt::Horizontal, 0, keptColumns - 1);
+    if (keptColumns > 0 && keptRows > 0) Q_EMIT dataChanged(index(0, 0), index(keptRows - 1, keptColumns - 1));
 }
 
 void DataTableModel::replace(const std::shared_ptr<const DataTable>& table) {

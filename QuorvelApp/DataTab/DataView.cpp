@@ -1,17 +1,14 @@
 #include "DataTab/DataView.h"
 
-#include "Controls/Style.h"
+#include "Controls/SideColumn.h"
 
 #include <QHBoxLayout>
-#include <QSplitter>
 #include <QStackedWidget>
 
 namespace quorvel {
 namespace {
 
-constexpr int narrowestForm = 340;
-constexpr int idealForm = 380;
-constexpr int widestForm = 460;
+constexpr SideColumn::Widths formWidths{.least = 340, .ideal = 380, .most = 460};
 constexpr int narrowestTable = 360;
 
 }  // namespace
@@ -25,22 +22,11 @@ DataView::DataView(AppModel& model, QWidget* parent)
       right_(new QStackedWidget),
       withoutTable_(new QWidget),
       table_(new DataTableView) {
-    form_->setMinimumWidth(narrowestForm);
-    form_->setMaximumWidth(widestForm);
-    right_->setMinimumWidth(narrowestTable);
     right_->addWidget(withoutTable_);
     right_->addWidget(table_);
-    auto* columns = new QSplitter(Qt::Horizontal);
-    columns->addWidget(form_);
-    columns->addWidget(right_);
-    columns->setChildrenCollapsible(false);
-    columns->setHandleWidth(1);
-    columns->setStretchFactor(0, 0);
-    columns->setStretchFactor(1, 1);
-    columns->setSizes({idealForm, 2 * narrowestTable});
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(columns);
+    layout->addWidget(new SideColumn(form_, formWidths, right_, narrowestTable));
 
     subscription_ = model.subscribe([this](Changes changes) { refresh(changes); });
     Changes everything;

@@ -1,13 +1,12 @@
 #include "DataTab/FilesSection.h"
 
+#include "Controls/Picker.h"
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
 #include "Controls/Wording.h"
 #include "DataTab/FileRow.h"
-#include "DataTab/ListPicker.h"
 #include "Model/DeckLoading.h"
 
-#include <QEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <algorithm>
@@ -17,51 +16,12 @@ namespace {
 
 constexpr std::size_t namedPictures = 4;
 constexpr qsizetype longestName = 80;
+constexpr int longestPiece = 16;  // of a name on one line, where the column is narrowest
 
 QString middleCut(const QString& name) {
     if (name.size() <= longestName) return name;
     return name.left(longestName / 2) + u'…' + name.right(longestName / 2);
 }
-
-/// Lets a line break within a path, which has no blanks.
-QString breakable(const QString& path) {
-    QString result;
-    qsizetype unbroken = 0;
-    for (const QChar each : path) {
-        result += each;
-        const bool isBreak = each == u'/' || each == u'-' || each == u'_' || each == u'.';
-        unbroken = each == u' ' ? 0 : unbroken + 1;
-        if (!isBreak && (unbroken < 16 || each.isHighSurrogate() || !each.isLetterOrNumber())) continue;
-        result += QChar(0x200B);
-        unbroken = 0;
-    }
-    return result;
-}
-
-/// Orange in any palette.
-class WarningLabel : public QLabel {
-public:
-    WarningLabel() {
-        setTextFormat(Qt::PlainText);
-        setWordWrap(true);
-        color();
-    }
-
-protected:
-    void changeEvent(QEvent* event) override {
-        QLabel::changeEvent(event);
-        if (event->type() == QEvent::PaletteChange) color();
-    }
-
-private:
-    void color() {
-        QPalette warning = palette();
-        const QColor wanted = Style::warning(warning);
-        if (warning.color(QPalette::Active, QPalette::WindowText) == wanted) return;
-        warning.setColor(QPalette::WindowText, wanted);
-        setPalette(warning);
-    }
-};
 
 }  // namespace
 
@@ -70,10 +30,15 @@ FilesSection::FilesSection(GroupedForm& form, AppModel& model)
       section_(form.addSection(shown("Files"))),
       spreadsheet_(new FileRow),
       watching_(new SymbolLabel(QStringLiteral("eye"), 16, &Style::good)),
-      sheet_(new ListPicker),
+      sheet_(new Picker(shown("Sheet"))),
       artFolder_(new FileRow),
       iconFolder_(new FileRow),
-      missingArt_(new WarningLabel) {
+      missingArt_(new QLabel) {
+    // On the right, as wide as those of the columns below.
+    sheet_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    missingArt_->setTextFormat(Qt::PlainText);
+    missingArt_->setWordWrap(true);
+    Style::makeWarning(missingArt_);
     watching_->setAccessibleName(shown("Watching for changes"));
     watching_->setToolTip(shown("Save the spreadsheet and the cards update by themselves"));
     spreadsheet_->addSign(watching_);
@@ -157,7 +122,7 @@ void FilesSection::refreshMissingArt() {
     const QString sentence = QString::number(missing.size()) + shown(" pictures not found: ") + names.join(u", ");
     // Without the places for breaks.
     missingArt_->setAccessibleName(sentence);
-    missingArt_->setText(breakable(sentence));
+    missingArt_->setText(breakable(sentence, longestPiece));
     section_.setRowVisible(missingArt_, !missing.empty());
 }
 

@@ -9,7 +9,7 @@ class QPushButton;
 namespace quorvel {
 
 class FileRow;
-class ListPicker;
+class Picker;
 class SymbolLabel;
 
 /// The section "Files": where the deck's spreadsheet, pictures and icons are.
@@ -32,7 +32,7 @@ private:
     FileRow* spreadsheet_;
     SymbolLabel* watching_;
     QPushButton* reload_;
-    ListPicker* sheet_;
+    Picker* sheet_;
     FileRow* artFolder_;
     FileRow* iconFolder_;
     QPushButton* removeIcons_;

@@ -85,6 +85,7 @@ void FileWatcher::disarm() {
 }
 
 void FileWatcher::waitIsOver() {
+    pending_ = {};
     if (!isArmed()) start();
     // A copy, for it may destroy this.
     const auto onChange = onChange_;

@@ -41,6 +41,9 @@ public:
     /// Whether the file that is at the path is being watched now.
     bool isArmed() const { return bool(source_); }
 
+    /// Whether a change would be told: it is armed, or will look at the path once more.
+    bool isListening() const { return isArmed() || pending_; }
+
 private:
     void readEvents();
     void disarm();

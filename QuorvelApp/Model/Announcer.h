@@ -17,7 +17,7 @@ enum class Change : unsigned {
     sheet = 1 << 6,    ///< the picture of the preview
     editing = 1 << 7,  ///< the side, the selected layer, the card on the canvas, the wanted page
     undo = 1 << 8,
-    status = 1 << 9,    ///< busy, notice, error
+    status = 1 << 9,    ///< busy, notice, error, whether the sample is being painted
     exports = 1 << 10,  ///< how far the exports are
     newDeck = 1 << 11,  ///< whether the sheet for a new deck is shown
 };

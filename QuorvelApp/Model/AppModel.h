@@ -76,7 +76,8 @@ public:
     void setCanvasCard(std::int64_t index);
     void setSheetPage(std::int64_t page);
     void setSheetBack(bool back);
-    /// Draws the page of the preview anew, for a view that comes on screen.
+    /// These draw anew what is shown, for a view that comes on screen.
+    void refreshCanvas() { renderCanvas(); }
     void refreshSheet() { renderSheet(); }
     void setSide(Side side);
     void selectLayer(std::optional<UUID> id);
@@ -152,6 +153,7 @@ private:
     void resetDeckState();
     void openCurrentDeck(Then whenLoaded = {});
     void storeLoaded(const LoadCycle::Request& request, DeckLoading::Loaded loaded);
+    void endLoading();
     void storeTable(DeckLoading::Cards cards, FieldMapping& mapping);
     void reloadAfterSave();
     void refreshMissingArt();
@@ -186,7 +188,7 @@ private:
     LibraryWriter writer_;
     DelayedSave delayedSave_;
     LoadCycle loadCycle_;
-    Then whenLoaded_;
+    std::vector<Then> whenLoaded_;
     Thumbnails thumbnails_;
     LiveRender canvas_;
     LiveRender sheet_;
@@ -194,7 +196,7 @@ private:
     ExportFlow exports_;
     Scheduler::Task missingArtTask_;
     Scheduler::Task noticeTask_;
-    std::map<UUID, Scheduler::Task> sampleTasks_;
+    Scheduler::Task sampleTask_;
 };
 
 }  // namespace quorvel

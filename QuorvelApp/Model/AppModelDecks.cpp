@@ -86,12 +86,15 @@ void AppModel::newDeck(SampleTemplates::Kind kind, std::string_view name) {
 
 void AppModel::openSampleDeck(SampleTemplates::Kind kind) {
     // A second click, while nothing has come of the first, is no wish for two.
-    if (!sampleTasks_.empty()) return;
+    if (state_._isPaintingSample) return;
+    const Announcer::Turn turn(announcer_);
+    announcer_.note(Change::status);
+    state_._isPaintingSample = true;
     const UUID id = UUID::random();
     const std::filesystem::path parent =
         persist_ == Persist::yes ? library_.sampleFolder() : desktop_.temporaryFolder() / "Showcase";
     const std::filesystem::path folder = parent / id.text();
-    sampleTasks_[id] = inBackground(
+    sampleTask_ = inBackground(
         scheduler_,
         [folder] {
             std::error_code ignored;
@@ -100,10 +103,11 @@ void AppModel::openSampleDeck(SampleTemplates::Kind kind) {
         },
         // A sample that couldn't be written is a deck that says what it misses.
         [this, kind, id, folder](const auto&) {
-            const Announcer::Turn turn(announcer_);
+            const Announcer::Turn later(announcer_);
+            announcer_.note(Change::status);
+            state_._isPaintingSample = false;
             addDeck(DeckOperations::sampleDeck(kind, id, folder, now()));
             setTab(Tab::cards);
-            sampleTasks_.erase(id);
         });
 }
 
@@ -151,6 +155,7 @@ void AppModel::useSpreadsheet(const std::filesystem::path& url) {
     current = DeckOperations::withSpreadsheet(std::move(current), std::move(*bookmark));
     saveAtOnce(current);
     loadCycle_.stopWatching();  // a late save of the old file is no news
+    whenLoaded_.clear();        // nor is what its reload would have told
     openCurrentDeck([this] {
         if (!state_.open._loadError) setTab(Tab::cards);
     });

@@ -10,7 +10,7 @@ namespace quorvel {
 void AppModel::resetDeckState() {
     loadCycle_.stopWatching();
     loadCycle_.cancel();
-    whenLoaded_ = {};
+    whenLoaded_.clear();
     missingArtTask_.cancel();
     thumbnails_.clear();
     canvas_.cancel();
@@ -43,7 +43,8 @@ void AppModel::openCurrentDeck(Then whenLoaded) {
     announcer_.note(Change::openDeck);
     DeckLoading::Files files = DeckLoading::find(*current);
     loadCycle_.cancel();
-    whenLoaded_ = {};
+    // What waited for a load that this one takes the place of waits for this one.
+    if (whenLoaded) whenLoaded_.push_back(std::move(whenLoaded));
     OpenDeck& open = state_.open;
     open._isLoading = false;
 
@@ -53,8 +54,7 @@ void AppModel::openCurrentDeck(Then whenLoaded) {
         release(std::exchange(open._deck, std::make_shared<const Deck>()));
         refreshMissingArt();
         renderAll();
-        if (whenLoaded) whenLoaded();
-        return;
+        return endLoading();
     }
 
     // New ones each time, since what was not found is remembered for good.
@@ -63,11 +63,9 @@ void AppModel::openCurrentDeck(Then whenLoaded) {
     commitProject(files.refreshed);
     if (!files.source) {
         renderAll();
-        if (whenLoaded) whenLoaded();
-        return;
+        return endLoading();
     }
     open._isLoading = true;
-    whenLoaded_ = std::move(whenLoaded);
     loadCycle_.start({files.refreshed.id, *files.source, files.refreshed.sheetIndex, files.refreshed.mapping});
 }
 
@@ -92,7 +90,11 @@ void AppModel::storeLoaded(const LoadCycle::Request& request, DeckLoading::Loade
     // A file that could be read but not understood stays watched, so that its repair is seen.
     if (loaded.wasRead) loadCycle_.startWatching(request.url, std::move(loaded.stamp));
     renderAll();
-    if (const Then then = std::exchange(whenLoaded_, {})) then();
+    endLoading();
+}
+
+void AppModel::endLoading() {
+    for (const Then& then : std::exchange(whenLoaded_, {})) then();
 }
 
 void AppModel::storeTable(DeckLoading::Cards cards, FieldMapping& mapping) {

@@ -31,6 +31,7 @@ struct AppState {
     std::optional<Image> _sheetImage;
 
     bool _showNewDeck = false;
+    bool _isPaintingSample = false;      ///< until the sample deck is there
     std::optional<std::string> _busy;    ///< an export that runs
     std::optional<std::string> _notice;  ///< goes by itself
     std::optional<std::string> _error;   ///< until the user has read it

@@ -20,6 +20,7 @@ void LoadCycle::start(Request request) {
     loadTask_ = inBackground(scheduler_, std::move(work),
                              [this, request = std::move(request), generation](DeckLoading::Loaded loaded) {
                                  if (generation != loadGeneration_) return;
+                                 loadTask_ = {};
                                  store_(request, std::move(loaded));
                              });
 }
@@ -44,7 +45,8 @@ void LoadCycle::stopWatching() {
 
 void LoadCycle::react() {
     auto stamp = fileStamp(watcher_->url());
-    if (stamp == loadedStamp_) return;
+    // Nothing new, unless that is the last that is heard of this file: a load finds out what became of it.
+    if (stamp == loadedStamp_ && watcher_->isArmed()) return;
     // Taken at once, so that the burst isn't seen twice.
     loadedStamp_ = std::move(stamp);
     changedOnDisk_();

@@ -42,7 +42,10 @@ public:
     void stopWatching();
 
     std::int64_t loadGeneration() const { return loadGeneration_; }
-    bool isWatching() const { return watcher_ != nullptr; }
+
+    /// Whether the next save is noticed. A watcher that has lost its file counts until the load that follows has ended:
+    /// that one watches the file where it is then.
+    bool isWatching() const { return watcher_ && (watcher_->isListening() || loadTask_); }
 
 private:
     void react();

@@ -29,6 +29,14 @@ Path documentsFolder() {
 QtDesktop::QtDesktop(Scheduler& scheduler, std::function<QWidget*()> window)
     : scheduler_(scheduler), window_(std::move(window)), lastFolder_(documentsFolder()), defaults_(scheduler) {}
 
+void QtDesktop::followLook(std::function<void(const DesktopLook&)> changed) {
+    if (!LookSettings::hasBus()) return;
+    look_ = std::make_unique<LookSettings>(std::move(changed));
+    following_ = inBackground(
+        scheduler_, [] { return QDBusConnection::sessionBus(); },
+        [this](const QDBusConnection& bus) { look_->follow(bus); });
+}
+
 std::optional<Path> QtDesktop::chooseFile(const OpenPanel& panel) {
     return remembered(FilePanels::chooseFile(panel, lastFolder_, window_()));
 }

@@ -2,9 +2,11 @@
 
 #include "Desktop/Desktop.h"
 #include "Desktop/Scheduler.h"
+#include "QtDesktop/LookSettings.h"
 #include "QtDesktop/StoredDefaults.h"
 
 #include <functional>
+#include <memory>
 
 class QWidget;
 
@@ -15,6 +17,10 @@ class QtDesktop final : public Desktop {
 public:
     /// `window` gives the window that a panel belongs to, or null; asked each time.
     QtDesktop(Scheduler& scheduler, std::function<QWidget*()> window);
+
+    /// Tells `changed` how programs are to look, once the desktop has answered, and whenever that changes. To be called
+    /// once; nothing is waited for.
+    void followLook(std::function<void(const DesktopLook&)> changed);
 
     std::optional<std::filesystem::path> chooseFile(const OpenPanel& panel) override;
     std::optional<std::filesystem::path> chooseFolder(const FolderPanel& panel) override;
@@ -33,6 +39,8 @@ private:
     std::filesystem::path lastFolder_;  // that the user was in; panels open there
     StoredDefaults defaults_;
     Scheduler::Task revealing_;
+    std::unique_ptr<LookSettings> look_;
+    Scheduler::Task following_;
 };
 
 }  // namespace quorvel

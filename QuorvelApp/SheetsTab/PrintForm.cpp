@@ -1,13 +1,13 @@
 #include "SheetsTab/PrintForm.h"
 
 #include "Controls/NumberField.h"
+#include "Controls/Picker.h"
 #include "Controls/Style.h"
+#include "Controls/WarningLabel.h"
 #include "Controls/Wording.h"
+#include "Controls/WrappingCheckBox.h"
 #include "Rendering/CardImage.h"
-#include "SheetsTab/Picker.h"
 #include "SheetsTab/SheetSummary.h"
-#include "SheetsTab/WarningLabel.h"
-#include "SheetsTab/WrappingCheckBox.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -157,6 +157,11 @@ QWidget* PrintForm::addPicker(Section& section, const QString& title, const Opti
                               Place<Value> place) {
     auto* picker = new Picker(title);
     for (const auto& [value, name] : options) picker->addItem(name);
+    // All as wide as each other, one below the other; but for one whose entries would be cut.
+    const int room = picker->sizeHint().width() - 2 * Style::large - Style::small;
+    const QFontMetrics metrics = picker->fontMetrics();
+    if (std::ranges::all_of(options, [&](const auto& each) { return metrics.horizontalAdvance(each.second) <= room; }))
+        picker->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     section.addRow(title, picker);
     connect(picker, &QComboBox::activated, this,
             [this, options, place](int index) { write(place, options[std::size_t(index)].first); });

@@ -2,7 +2,6 @@
 
 #include "Controls/QtImage.h"
 #include "Controls/Style.h"
-#include "SheetsTab/DropShadow.h"
 
 #include <QFocusEvent>
 #include <QPainter>
@@ -49,7 +48,7 @@ void SheetPicture::paintEvent(QPaintEvent*) {
         painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, text_);
         return;
     }
-    DropShadow().paint(painter, sheet);
+    shadow_.paint(painter, sheet);
     painter.drawImage(sheet, scaled((sheet.size() * devicePixelRatioF()).toSize()));
     if (showsFocus_) {
         painter.setPen(QPen(Style::accent(palette()), Style::hair));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Controls/SoftShadow.h"
 #include "Drawing/Image.h"
 
 #include <QImage>
@@ -35,6 +36,7 @@ private:
     QString text_;
     QImage scaled_;                 ///< the picture at the size it was painted last
     std::uint64_t scaledFrom_ = 0;  ///< the picture's id
+    SoftShadow shadow_;
     bool showsFocus_ = false;
 };
 

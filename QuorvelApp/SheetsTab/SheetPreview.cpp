@@ -1,9 +1,9 @@
 #include "SheetsTab/SheetPreview.h"
 
+#include "Controls/SegmentedPicker.h"
 #include "Controls/Style.h"
-#include "Controls/Symbols.h"
+#include "Controls/SymbolButton.h"
 #include "Controls/Wording.h"
-#include "SheetsTab/SegmentedPicker.h"
 #include "SheetsTab/SheetPicture.h"
 #include "SheetsTab/SheetSummary.h"
 
@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 #include <algorithm>
@@ -26,15 +25,9 @@ constexpr int symbolSize = 14;
 constexpr int buttonSize = 28;
 constexpr int wheelStep = 120;  // one notch
 
-QToolButton* makeButton(const QString& symbol, const QString& name) {
-    auto* button = new QToolButton;
-    button->setIcon(Symbols::icon(symbol));
-    button->setIconSize({symbolSize, symbolSize});
+QToolButton* makeButton(QStringView symbol, const QString& name) {
+    auto* button = new SymbolButton(symbol, name, symbolSize);
     button->setFixedSize(buttonSize, buttonSize);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setAccessibleName(name);
-    button->setToolTip(name);
     return button;
 }
 
@@ -57,8 +50,8 @@ SheetPreview::SheetPreview(AppModel& model, QWidget* parent)
 }
 
 QWidget* SheetPreview::makePageBar() {
-    previous_ = makeButton(text("chevron.left"), text("Previous Page"));
-    next_ = makeButton(text("chevron.right"), text("Next Page"));
+    previous_ = makeButton(u"chevron.left", text("Previous Page"));
+    next_ = makeButton(u"chevron.right", text("Next Page"));
     caption_ = new QLabel;
     caption_->setAlignment(Qt::AlignCenter);
     side_ = new SegmentedPicker(text("Side"), {text("Front"), text("Back")});

@@ -1,41 +1,26 @@
 #include "SheetsTab/SheetsView.h"
 
+#include "Controls/SideColumn.h"
 #include "SheetsTab/PrintForm.h"
 #include "SheetsTab/SheetPreview.h"
 
 #include <QHBoxLayout>
 #include <QShowEvent>
-#include <QSplitter>
 
 namespace quorvel {
 
 namespace {
 
-constexpr int formMinimum = 320;
-constexpr int formIdeal = 350;
-constexpr int formMaximum = 420;
-constexpr int previewMinimum = 400;
+constexpr SideColumn::Widths formWidths{.least = 320, .ideal = 350, .most = 420};
+constexpr int narrowestPreview = 400;
 
 }  // namespace
 
 SheetsView::SheetsView(AppModel& model, QWidget* parent)
     : QWidget(parent), model_(model), form_(new PrintForm(model)), preview_(new SheetPreview(model)) {
-    form_->setMinimumWidth(formMinimum);
-    form_->setMaximumWidth(formMaximum);
-    preview_->setMinimumWidth(previewMinimum);
-
-    auto* columns = new QSplitter(Qt::Horizontal);
-    columns->setChildrenCollapsible(false);
-    columns->setHandleWidth(1);
-    columns->addWidget(form_);
-    columns->addWidget(preview_);
-    columns->setStretchFactor(0, 0);
-    columns->setStretchFactor(1, 1);
-    columns->setSizes({formIdeal, previewMinimum});
-
     auto* whole = new QHBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(columns);
+    whole->addWidget(new SideColumn(form_, formWidths, preview_, narrowestPreview));
 
     form_->refresh();
     preview_->refresh();

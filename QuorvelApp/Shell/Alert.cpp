@@ -1,6 +1,8 @@
 #include "Shell/Alert.h"
 
+#include "Controls/ScreenReader.h"
 #include "Controls/Style.h"
+#include "Controls/Wording.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -10,6 +12,7 @@ namespace quorvel {
 namespace {
 
 constexpr int width = 360;
+constexpr int longestPiece = 20;  // of a name in the title, however wide its letters are
 
 QLabel* makeText(const QFont& font) {
     auto* label = new QLabel;
@@ -23,11 +26,13 @@ QLabel* makeText(const QFont& font) {
 }  // namespace
 
 Alert::Alert(const QString& message, const QString& information, QWidget* window) : QDialog(window) {
+    ScreenReader::makeAlert(this);
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::WindowModal);
     setWindowTitle(message);
+    setAccessibleName(message);
     auto* title = makeText(Style::font(Style::TextSize::title3, QFont::DemiBold));
-    title->setText(message);
+    title->setText(breakable(message, longestPiece));
     information_ = makeText(Style::font(Style::TextSize::body));
     // Errors are told to others.
     information_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -45,9 +50,15 @@ Alert::Alert(const QString& message, const QString& information, QWidget* window
     setInformation(information);
 }
 
+void Alert::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    ScreenReader::speak(this);
+}
+
 void Alert::setInformation(const QString& information) {
-    information_->setText(information);
+    information_->setText(breakable(information));
     setAccessibleDescription(information);
+    if (isVisible()) ScreenReader::speak(this);
 }
 
 QPushButton* Alert::addButton(const QString& words, QDialogButtonBox::ButtonRole role, Answer answer) {

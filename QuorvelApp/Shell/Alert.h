@@ -21,6 +21,9 @@ public:
     /// Return stands for the default answer. Any button closes the alert.
     QPushButton* addButton(const QString& words, QDialogButtonBox::ButtonRole role, Answer answer = Answer::other);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     QLabel* information_ = nullptr;
     QDialogButtonBox* buttons_ = nullptr;

@@ -1,6 +1,7 @@
 #include "Shell/DeckList.h"
 
 #include "Controls/Style.h"
+#include "Controls/SymbolButton.h"
 #include "Controls/Symbols.h"
 #include "Controls/Wording.h"
 #include "Shell/Alert.h"
@@ -15,7 +16,6 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSignalBlocker>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -64,11 +64,8 @@ DeckList::DeckList(AppModel& model, QWidget* parent) : QWidget(parent), model_(m
     bindKey(Qt::Key_F2, &DeckList::askForName);
     bindKey(Qt::Key_Delete, &DeckList::askBeforeDeleting);
 
-    auto* add = new QToolButton;
-    add->setIcon(Symbols::icon(u"plus"));
+    auto* add = new SymbolButton(u"plus", "Add Deck");
     add->setToolTip("Add a deck");
-    add->setAccessibleName("Add Deck");
-    add->setAutoRaise(true);
     add->setPopupMode(QToolButton::InstantPopup);
     auto* menu = new QMenu("Add Deck", add);
     menu->addAction("New Deck…", this, [this] { model_.setShowNewDeck(true); });

@@ -45,10 +45,10 @@ void MainMenu::fillFileMenu(QMenu& menu) {
     menu.addSeparator();
     // These two go to the application's own menu where the platform has one.
     add(menu, "Settings…", Qt::CTRL | Qt::Key_Comma, [this] {
-        emit settingsRequested();
+        Q_EMIT settingsRequested();
     })->setMenuRole(QAction::PreferencesRole);
     menu.addSeparator();
-    QAction* quit = add(menu, "Quit", {}, [this] { emit quitRequested(); });
+    QAction* quit = add(menu, "Quit", {}, [this] { Q_EMIT quitRequested(); });
     quit->setShortcuts({Qt::CTRL | Qt::Key_Q, Qt::CTRL | Qt::Key_W});
     quit->setMenuRole(QAction::QuitRole);
 }
@@ -87,9 +87,9 @@ void MainMenu::fillLayerMenu(QMenu& menu) {
 }
 
 void MainMenu::fillHelpMenu(QMenu& menu) {
-    add(menu, "About " + text(appName), {}, [this] { emit aboutRequested(); })->setMenuRole(QAction::AboutRole);
+    add(menu, "About " + text(appName), {}, [this] { Q_EMIT aboutRequested(); })->setMenuRole(QAction::AboutRole);
     add(menu, "Check for Updates…", {}, [this] {
-        emit updateCheckRequested();
+        Q_EMIT updateCheckRequested();
     })->setMenuRole(QAction::ApplicationSpecificRole);
 }
 

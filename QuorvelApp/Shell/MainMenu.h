@@ -25,7 +25,7 @@ public:
     /// Fills the menu bar. `undo` is the stack that the model was given; `exports` outlive the menus.
     MainMenu(AppModel& model, std::shared_ptr<const UndoStack> undo, ExportCommands& exports, QMenuBar& bar);
 
-signals:
+Q_SIGNALS:
     void settingsRequested();
     void aboutRequested();
     void updateCheckRequested();

@@ -101,7 +101,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
     event->accept();
     if (settings_) settings_->close();
     hide();
-    emit closed();
+    Q_EMIT closed();
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {

@@ -27,7 +27,7 @@ public:
     /// a kind that can't be read but deserves an answer. Others are passed over.
     void openFiles(const std::vector<std::filesystem::path>& files);
 
-signals:
+Q_SIGNALS:
     /// The user has closed the window, which is hidden now: the program is to end once all is saved. It must not be set
     /// to end with its last window.
     void closed();

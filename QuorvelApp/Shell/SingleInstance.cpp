@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <string_view>
 #include <sys/file.h>
+#include <sys/un.h>
 #include <system_error>
 #include <utility>
 
@@ -35,9 +36,9 @@ void append(QByteArray& bytes, std::string_view field) {
     bytes.append(field.data(), qsizetype(field.size())).append('\0');
 }
 
-QString socketName(const fs::path& folder) {
-    return QFile::decodeName((folder / "instance.socket").c_str());
-}
+/// An address holds this many bytes, of which the toolkit takes some for the name under which a socket comes to be.
+constexpr std::size_t longestAddress = sizeof(sockaddr_un::sun_path) - 16;
+constexpr const char* socketFile = "instance.socket";
 
 /// Lets go of a socket that may be speaking right now.
 void release(std::unique_ptr<QLocalSocket> socket) {
@@ -94,7 +95,7 @@ void SingleInstance::tryOnce() {
         else
             tryAgain();
     });
-    socket->connectToServer(socketName(folder_));
+    socket->connectToServer(socketName());
 }
 
 void SingleInstance::tryAgain() {
@@ -102,9 +103,18 @@ void SingleInstance::tryAgain() {
     nextTry_ = scheduler_.later(betweenTries, [this] { tryOnce(); });
 }
 
+QString SingleInstance::socketName() const {
+    fs::path name = folder_ / socketFile;
+    // A longer one is reached by way of the open folder, which makes no difference to who may.
+    if (name.native().size() > longestAddress)
+        name = fs::path("/proc/self/fd") / std::to_string(handle_.get()) / socketFile;
+    return QFile::decodeName(name.c_str());
+}
+
 SingleInstance::Lock SingleInstance::takeLock() {
     std::error_code ignored;
     fs::create_directories(folder_, ignored);
+    if (!handle_) handle_ = FileDescriptor(::open(folder_.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     FileDescriptor file(::open((folder_ / "instance.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!file) return Lock::impossible;
     if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
@@ -115,11 +125,11 @@ SingleInstance::Lock SingleInstance::takeLock() {
 
 bool SingleInstance::listen() {
     // With the lock in hand, a socket that is there belongs to nobody any more.
-    QLocalServer::removeServer(socketName(folder_));
+    QLocalServer::removeServer(socketName());
     server_ = std::make_unique<QLocalServer>();
     server_->setSocketOptions(QLocalServer::UserAccessOption);
     connect(server_.get(), &QLocalServer::newConnection, this, &SingleInstance::accept);
-    return server_->listen(socketName(folder_));
+    return server_->listen(socketName());
 }
 
 void SingleInstance::accept() {
@@ -148,7 +158,7 @@ void SingleInstance::read(QLocalSocket* connection) {
     connection->putChar(taken);
     connection->flush();
     connection->disconnectFromServer();
-    emit started(read.message);
+    Q_EMIT started(read.message);
 }
 
 QByteArray SingleInstance::encode(const StartMessage& message) {

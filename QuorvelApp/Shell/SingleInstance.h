@@ -66,7 +66,7 @@ public:
     /// What the bytes that have come so far are.
     static Read decode(const QByteArray& bytes);
 
-signals:
+Q_SIGNALS:
     /// There was another start: the window comes forward and opens the files, if any.
     void started(const quorvel::StartMessage& message);
 
@@ -74,6 +74,7 @@ private:
     enum class Lock { taken, heldByAnother, impossible };
 
     Lock takeLock();
+    QString socketName() const;
     bool listen();
     void accept();
     void read(QLocalSocket* connection);
@@ -83,6 +84,7 @@ private:
 
     Scheduler& scheduler_;
     const std::filesystem::path folder_;
+    FileDescriptor handle_;  // of the folder
     FileDescriptor lock_;
     std::unique_ptr<QLocalServer> server_;
     std::map<QLocalSocket*, Scheduler::Task> connections_;

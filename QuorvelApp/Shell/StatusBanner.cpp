@@ -1,12 +1,12 @@
 #include "Shell/StatusBanner.h"
 
 #include "Controls/ElidedLabel.h"
+#include "Controls/ScreenReader.h"
 #include "Controls/Spinner.h"
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
 #include "Controls/Wording.h"
 
-#include <QAccessible>
 #include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
@@ -36,6 +36,7 @@ QRect between(const QRect& from, const QRect& to, double part) {
 StatusBanner::StatusBanner(AppModel& model, QWidget* parent) : QWidget(parent), model_(model) {
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::NoFocus);
+    ScreenReader::makeAlert(this);
 
     content_ = new QWidget(this);
     spinner_ = new Spinner;
@@ -114,8 +115,7 @@ void StatusBanner::show(const Message& message) {
     showProgress();
     raise();
     QWidget::show();
-    QAccessibleEvent event(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
+    ScreenReader::speak(this);
 }
 
 void StatusBanner::showProgress() {

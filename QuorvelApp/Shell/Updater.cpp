@@ -43,7 +43,7 @@ Updater::~Updater() {
 void Updater::checkForUpdates() {
     if (checking()) return;
     if (feed_.isEmpty()) {
-        emit upToDate();
+        Q_EMIT upToDate();
         return;
     }
     stop();
@@ -101,7 +101,7 @@ void Updater::send(Question question) {
     reply_->setReadBufferSize(qint64(UpdateFeed::sizeLimit) + 1);
     connect(reply_, &QNetworkReply::redirected, this, [this](const QUrl& target) {
         if (mayRedirect(reply_->url(), target))
-            emit reply_->redirectAllowed();
+            Q_EMIT reply_->redirectAllowed();
         else
             end(&Updater::unreachable);
     });
@@ -161,7 +161,7 @@ void Updater::haveRead() {
                                        {QSysInfo::kernelType().toStdString(), QSysInfo::kernelVersion().toStdString()});
     if (!news) return end(&Updater::upToDate);
     stop();
-    emit newerVersion(*news, occasion_);
+    Q_EMIT newerVersion(*news, occasion_);
 }
 
 Updater::Outcome Updater::outcomeOf(const QNetworkReply& reply) {

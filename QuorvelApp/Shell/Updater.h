@@ -49,7 +49,7 @@ public:
     bool running() const { return running_; }
     const QString& version() const { return version_; }
 
-signals:
+Q_SIGNALS:
     void upToDate();     ///< also when the feed isn't published; only after a command
     void unreachable();  ///< only after a command
     void newerVersion(const quorvel::UpdateFeed::News& news, quorvel::Updater::Occasion occasion);

@@ -1,5 +1,6 @@
 #include "Shell/WelcomeView.h"
 
+#include "Controls/BusyButton.h"
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
 #include "Controls/Wording.h"
@@ -86,7 +87,7 @@ WelcomeView::WelcomeView(AppModel& model, QWidget* parent) : QWidget(parent) {
 
     auto* create = new QPushButton("New Deck…");
     create->setDefault(true);
-    auto* sample = new QPushButton("Open the Sample Deck");
+    auto* sample = new BusyButton("Open the Sample Deck");
     auto* choose = new QPushButton("Choose Spreadsheet…");
     connect(create, &QPushButton::clicked, this, [&model] { model.setShowNewDeck(true); });
     connect(sample, &QPushButton::clicked, this, [&model] { model.openSampleDeck(SampleTemplates::Kind::classic); });
@@ -94,7 +95,7 @@ WelcomeView::WelcomeView(AppModel& model, QWidget* parent) : QWidget(parent) {
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(Style::medium);
     buttons->addStretch();
-    for (QPushButton* button : {create, sample, choose}) buttons->addWidget(button);
+    for (QPushButton* button : {create, static_cast<QPushButton*>(sample), choose}) buttons->addWidget(button);
     buttons->addStretch();
 
     auto* middle = new QHBoxLayout;
@@ -118,6 +119,11 @@ WelcomeView::WelcomeView(AppModel& model, QWidget* parent) : QWidget(parent) {
     column->addSpacing(Style::large);
     column->addWidget(drop);
     column->addStretch(3);
+
+    subscription_ = model.subscribe([&model, sample](Changes changes) {
+        if (changes.has(Change::status)) sample->setBusy(model.state()._isPaintingSample);
+    });
+    sample->setBusy(model.state()._isPaintingSample);
 }
 
 }  // namespace quorvel

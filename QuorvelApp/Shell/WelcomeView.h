@@ -11,6 +11,9 @@ class WelcomeView : public QWidget {
     Q_OBJECT
 public:
     explicit WelcomeView(AppModel& model, QWidget* parent = nullptr);
+
+private:
+    Announcer::Subscription subscription_;
 };
 
 }  // namespace quorvel

@@ -1,28 +1,25 @@
 #include "Shell/WindowToolbar.h"
 
+#include "Controls/SegmentedPicker.h"
 #include "Controls/Style.h"
-#include "Controls/Symbols.h"
+#include "Controls/SymbolButton.h"
+#include "Controls/Wording.h"
 #include "Shell/ExportCommands.h"
-#include "Shell/TabPicker.h"
 
 #include <QAction>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPainter>
-#include <QToolButton>
 
 namespace quorvel {
 namespace {
 
-QToolButton* makeButton(QStringView symbol, const QString& name, const QString& tip) {
-    auto* button = new QToolButton;
-    button->setIcon(Symbols::icon(symbol));
-    button->setIconSize({20, 20});
-    button->setAccessibleName(name);
-    button->setToolTip(tip);
-    button->setAutoRaise(true);
-    button->setFocusPolicy(Qt::TabFocus);
-    return button;
+constexpr int symbolSize = 20;
+
+QStringList tabTitles() {
+    QStringList titles;
+    for (const auto& [tab, name] : EnumText<Tab>::cases) titles << text(title(tab));
+    return titles;
 }
 
 }  // namespace
@@ -34,8 +31,9 @@ WindowToolbar::WindowToolbar(AppModel& model, const ExportCommands& exports, QWi
     setContextMenuPolicy(Qt::PreventContextMenu);  // it comes and goes with the deck
     toggleViewAction()->setEnabled(false);
 
-    tabs_ = new TabPicker;
-    connect(tabs_, &TabPicker::picked, this, [this](Tab tab) { model_.setTab(tab); });
+    tabs_ = new SegmentedPicker("View", tabTitles());
+    tabs_->setToolTip(shown("Switch between the cards, the template, printing and the spreadsheet (⌘1–⌘4)"));
+    connect(tabs_, &SegmentedPicker::activated, this, [this](int index) { model_.setTab(Tab(index)); });
     auto* commands = makeCommands(exports);
     auto* counterweight = new QWidget;  // keeps the tabs in the middle
     counterweight->setFixedWidth(commands->sizeHint().width());
@@ -57,11 +55,11 @@ WindowToolbar::WindowToolbar(AppModel& model, const ExportCommands& exports, QWi
 }
 
 QWidget* WindowToolbar::makeCommands(const ExportCommands& exports) {
-    auto* choose = makeButton(u"tablecells.badge.ellipsis", "Choose Spreadsheet",
-                              "Choose the spreadsheet of cards (CSV, TSV or Excel)");
+    auto* choose = new SymbolButton(u"tablecells.badge.ellipsis", "Choose Spreadsheet", symbolSize);
+    choose->setToolTip("Choose the spreadsheet of cards (CSV, TSV or Excel)");
     connect(choose, &QToolButton::clicked, this, [this] { model_.chooseSpreadsheet(); });
-    auto* share =
-        makeButton(u"square.and.arrow.up", "Export", "Export print sheets, card images or a Tabletop Simulator deck");
+    auto* share = new SymbolButton(u"square.and.arrow.up", "Export", symbolSize);
+    share->setToolTip("Export print sheets, card images or a Tabletop Simulator deck");
     auto* menu = new QMenu("Export", share);
     exports.addTo(*menu);
     share->setMenu(menu);
@@ -84,7 +82,7 @@ void WindowToolbar::paintEvent(QPaintEvent*) {
 
 void WindowToolbar::refresh() {
     setVisible(model_.currentProject() != nullptr);
-    tabs_->setTab(model_.state()._tab);
+    tabs_->setCurrentIndex(int(model_.state()._tab));
 }
 
 }  // namespace quorvel

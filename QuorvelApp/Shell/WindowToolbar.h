@@ -7,7 +7,7 @@
 namespace quorvel {
 
 class ExportCommands;
-class TabPicker;
+class SegmentedPicker;
 
 /// The row below the menus while a deck is open: the tabs in its middle, the most wanted commands at its end.
 class WindowToolbar : public QToolBar {
@@ -24,7 +24,7 @@ private:
     void refresh();
 
     AppModel& model_;
-    TabPicker* tabs_ = nullptr;
+    SegmentedPicker* tabs_ = nullptr;
     Announcer::Subscription subscription_;
 };
 

@@ -193,6 +193,17 @@ TEST_F(CardGridTest, ADoubleClickEditsTheTemplateWithTheCard) {
     EXPECT_EQ(model.state()._tab, Tab::template_);
 }
 
+TEST_F(CardGridTest, ADoubleClickDrawsTheCardThatWasOnTheCanvasAnew) {
+    openRows(20);
+    ASSERT_EQ(model.state()._canvasCard, 0);
+    int drawn = 0;
+    const auto watching = model.subscribe([&](Changes changes) { drawn += changes.has(Change::canvas); });
+    QTest::mouseDClick(&grid, Qt::LeftButton, {}, centre(0));
+    settle();
+    EXPECT_EQ(drawn, 1);
+    EXPECT_EQ(model.state()._tab, Tab::template_);
+}
+
 TEST_F(CardGridTest, ADoubleClickBetweenTilesDoesNothing) {
     openRows(20);
     QTest::mouseDClick(&grid, Qt::LeftButton, {}, QPoint(grid.tileRect(0).right() + 9, centre(0).y()));

@@ -4,12 +4,16 @@
 #include "CardsTab/CardsColumn.h"
 #include "CardsTab/CardsHeader.h"
 #include "CardsTab/CardsView.h"
-#include "CardsTab/LinkButton.h"
 #include "CardsTab/LoadingView.h"
 #include "CardsTab/NoSpreadsheetView.h"
+#include "Controls/BusyButton.h"
 #include "Controls/EmptyState.h"
+#include "Controls/LinkButton.h"
+#include "Controls/TintedPanel.h"
+#include "Controls/Wording.h"
 #include "Support/Widgets/WindowTest.h"
 
+#include <QAccessible>
 #include <QDateTime>
 #include <QLabel>
 #include <QLocale>
@@ -171,6 +175,60 @@ TEST_F(CardsViewTest, BannersSayWhatIsWrongAndHelp) {
     QTest::mouseClick(button, Qt::LeftButton);
     ASSERT_EQ(desktop.asked.size(), 3u);
     for (const auto& panel : desktop.asked) EXPECT_TRUE(std::holds_alternative<FolderPanel>(panel));
+}
+
+TEST_F(CardsViewTest, WhatIsWrongIsAnAlertToScreenReaders) {
+    show(view);
+    const auto alert = [](QWidget* widget) {
+        QAccessibleInterface* item = QAccessible::queryAccessibleInterface(widget);
+        return item->role() == QAccessible::AlertMessage ? item->text(QAccessible::Name) : QString();
+    };
+    open("cards.csv", "");
+    EXPECT_EQ(alert(view.currentWidget()), text("The spreadsheet couldn’t be opened"));
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(view.currentWidget())->text(QAccessible::Description),
+              text("“cards.csv” is empty."));
+    save("cards.csv", "Name,Qty\nPear,many\n");
+    QStringList alerts;
+    for (TintedPanel* banner : view.currentWidget()->findChildren<TintedPanel*>())
+        if (banner->isVisible()) alerts << alert(banner);
+    EXPECT_EQ(alerts, QStringList({text("Rows 2 have a quantity that isn’t a number; they print once.")}));
+}
+
+TEST_F(CardsViewTest, NamesOfTheUserAreLeftAsTheyAre) {
+    show(view);
+    open("this Mac ⌘.csv", "");
+    EXPECT_TRUE(words().contains(text("“this Mac ⌘.csv” is empty.")));
+    open("this Mac ⌘2.csv", "Name\nPear\n");
+    save("this Mac ⌘2.csv", "");
+    EXPECT_TRUE(words().contains(text("“this Mac ⌘2.csv” is empty.")));
+}
+
+TEST_F(CardsViewTest, LongNamesAreSeenToTheirEnd) {
+    show(view, {680, 520});
+    const auto isWhole = [this] {
+        for (const QLabel* label : view.currentWidget()->findChildren<QLabel*>())
+            if (label->isVisible() && label->minimumSizeHint().width() > label->width()) return label->text();
+        return QString();
+    };
+    const std::string name = std::string(200, 'w') + ".csv";
+    open(name, "");
+    EXPECT_EQ(isWhole(), "");
+    open(name, "Name\nPear\n");
+    EXPECT_EQ(isWhole(), "");
+    save(name, "");
+    EXPECT_EQ(isWhole(), "");
+}
+
+TEST_F(CardsViewTest, TheSampleIsWaitedFor) {
+    model.newDeck(SampleTemplates::Kind::classic, "Orchard");
+    show(view);
+    auto* const sample = find<BusyButton>(*view.currentWidget(), QStringLiteral("Open the Sample Deck"));
+    QTest::mouseClick(sample, Qt::LeftButton);
+    EXPECT_TRUE(sample->isBusy());
+    QTest::mouseClick(sample, Qt::LeftButton);
+    scheduler.settle();
+    EXPECT_FALSE(sample->isBusy());
+    EXPECT_EQ(model.state()._decks.size(), 2u);
 }
 
 TEST_F(CardsViewTest, EveryScreenHasItsNames) {

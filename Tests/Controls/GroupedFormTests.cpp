@@ -24,9 +24,9 @@ protected:
     }
 
     /// As the screen reports it: only such a turn goes on to what the widget stands in.
-    static void turnWheel(QWidget* widget) {
-        const QPointF middle = QRectF(widget->rect()).center();
-        QWheelEvent event(middle, widget->mapToGlobal(middle), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+    static void turnWheel(QWidget* widget) { turnWheel(widget, QRectF(widget->rect()).center()); }
+    static void turnWheel(QWidget* widget, QPointF place) {
+        QWheelEvent event(place, widget->mapToGlobal(place), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
                           Qt::NoScrollPhase, false);
         QSpontaneKeyEvent::setSpontaneous(&event);
         qApp->notify(widget, &event);
@@ -179,6 +179,8 @@ TEST_F(GroupedFormTest, theWheelOverAPickerScrollsTheForm) {
     EXPECT_EQ(picker->currentIndex(), 0);
     EXPECT_GT(form.verticalScrollBar()->value(), 0);
     picker->setFocus();
+    turnWheel(picker, QPointF(-20, 5));
+    EXPECT_EQ(picker->currentIndex(), 0) << "a turn that began here and goes on elsewhere";
     turnWheel(picker);
     EXPECT_EQ(picker->currentIndex(), 1);
 }

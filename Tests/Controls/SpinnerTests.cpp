@@ -20,8 +20,6 @@ QImage painted(double turn) {
 
 class SpinnerTest : public WindowTest {
 protected:
-    ~SpinnerTest() override { Style::setReduceMotion(std::nullopt); }
-
     /// Lets the toolkit's timer of this widget fire without waiting for it. Few numbers are in use at a time.
     static void tick(Spinner& spinner) {
         for (int timer = 1; timer < 1000; ++timer) {
@@ -64,7 +62,6 @@ TEST_F(SpinnerTest, turnsWhileItIsSeen) {
 }
 
 TEST_F(SpinnerTest, standsStillForWhoAskedForIt) {
-    Style::setReduceMotion(true);
     Spinner spinner;
     show(spinner, spinner.sizeHint());
     const QImage before = spinner.grab().toImage();

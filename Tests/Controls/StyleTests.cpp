@@ -5,8 +5,10 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
 #include <QStandardPaths>
+#include <QStyleOptionButton>
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -48,6 +50,38 @@ INSTANTIATE_TEST_SUITE_P(Style, LookOf, testing::Values(Appearance::light, Appea
 
 constexpr double readable = 4.5;
 constexpr double seen = 3;
+
+TEST_P(LookOf, showsTheKeyboardOnEveryKindOfButton) {
+    QWidget window;
+    QPushButton plain("Plain", &window);
+    QPushButton main("Main", &window);
+    main.setDefault(true);
+    for (QPushButton* button : {&plain, &main}) {
+        button->resize(button->sizeHint());
+        const auto paint = [&](QStyle::State state) {
+            QImage image(button->size(), QImage::Format_ARGB32_Premultiplied);
+            image.fill(role(QPalette::Window));
+            QPainter painter(&image);
+            QStyleOptionButton option;
+            option.initFrom(button);
+            option.state |= state;
+            option.text = button->text();
+            if (button->isDefault()) option.features |= QStyleOptionButton::DefaultButton;
+            QApplication::style()->drawControl(QStyle::CE_PushButton, &option, &painter, button);
+            return image;
+        };
+        const QImage without = paint(QStyle::State_Enabled);
+        const QImage with = paint(QStyle::State_Enabled | QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange);
+        const QPoint edge(button->width() / 2, 1);
+        // Against what is outside of it, or inside.
+        const QColor ring = with.pixelColor(edge);
+        EXPECT_GE(
+            std::max(contrast(ring, role(QPalette::Window)), contrast(ring, without.pixelColor(edge + QPoint(0, 3)))),
+            seen)
+            << button->text().toStdString();
+        EXPECT_EQ(paint(QStyle::State_Enabled | QStyle::State_HasFocus), without) << "not after a click";
+    }
+}
 
 TEST_P(LookOf, isAsTold) {
     EXPECT_EQ(Style::isDark(QApplication::palette()), GetParam() == Appearance::dark);
@@ -183,6 +217,7 @@ void removeSettings(const QString& name) {
 }
 
 TEST(Style, readsFromTheDesktopWhetherToMove) {
+    Style::setReduceMotion(std::nullopt);
     struct Case {
         const char* file;
         const char* text;

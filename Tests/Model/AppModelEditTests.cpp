@@ -348,6 +348,8 @@ TEST_F(AppModelEdit, WhatChangesDecidesWhatIsDrawn) {
     EXPECT_EQ(drawnBy([&] { model().renameDeck(*state()._selection, "Other"); }), "");
     EXPECT_EQ(drawnBy([&] { model().reloadSpreadsheet(); }), " thumbnails canvas sheet");
     EXPECT_EQ(drawnBy([&] { model().setCanvasCard(1); }), " canvas");
+    EXPECT_EQ(drawnBy([&] { model().setCanvasCard(1); }), "");
+    EXPECT_EQ(drawnBy([&] { model().refreshCanvas(); }), " canvas");
     EXPECT_EQ(drawnBy([&] { model().setSheetPage(4); }), " sheet");
     EXPECT_EQ(drawnBy([&] { model().setSheetBack(true); }), " sheet");
     EXPECT_EQ(drawnBy([&] { model().setSide(Side::back); }), " canvas");

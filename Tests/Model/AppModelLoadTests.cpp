@@ -36,6 +36,33 @@ TEST_F(AppModelLoad, WithoutPersistingNothingTouchesTheDisk) {
     EXPECT_EQ(desktop.defaults["lastDeck"], "kept");
 }
 
+TEST_F(AppModelLoad, AReloadBeforeTheEndOfTheFirstLoadStillLeadsToTheCards) {
+    start();
+    model().newDeck(SampleTemplates::Kind::classic, "Deck");
+    ASSERT_EQ(state()._tab, Tab::data);
+    model().useSpreadsheet(write("cards.csv", table({"A"})));
+    model().reloadSpreadsheet();
+    EXPECT_EQ(state()._tab, Tab::data) << "not before the cards are there";
+    settle(Milliseconds(100));
+    EXPECT_EQ(state()._tab, Tab::cards);
+    EXPECT_THAT(titles(), ElementsAre("A"));
+    model().setTab(Tab::sheets);
+    model().reloadSpreadsheet();
+    settle(Milliseconds(100));
+    EXPECT_EQ(state()._tab, Tab::sheets) << "once";
+}
+
+TEST_F(AppModelLoad, AnotherDeckDoesNotLeadToTheCardsOfTheFirst) {
+    start();
+    model().newDeck(SampleTemplates::Kind::classic, "First");
+    model().useSpreadsheet(write("cards.csv", table({"A"})));
+    model().newDeck(SampleTemplates::Kind::classic, "Second");
+    settle(Milliseconds(100));
+    model().reloadSpreadsheet();
+    settle(Milliseconds(100));
+    EXPECT_EQ(state()._tab, Tab::data);
+}
+
 TEST_F(AppModelLoad, ALastDeckThatIsGoneOpensTheOldest) {
     DeckProject older = deckNamed("Older");
     older.created = 1;

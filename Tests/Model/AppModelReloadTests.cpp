@@ -198,5 +198,91 @@ TEST_F(AppModelReload, ALateSaveOfTheOldSpreadsheetIsNoNews) {
     EXPECT_EQ(state()._notice, std::nullopt);
 }
 
+TEST_F(AppModelReload, WatchingEndsWithTheFile) {
+    withSpreadsheet("cards.csv", table({"A"}));
+    EXPECT_TRUE(model().isWatching());
+    bool isWatching = true;
+    const auto subscription = model().subscribe([&](Changes changes) {
+        if (changes.has(Change::openDeck)) isWatching = model().isWatching();
+    });
+    remove(desktop.folder / "cards.csv");
+    settle(Milliseconds(400));
+    EXPECT_FALSE(model().isWatching());
+    EXPECT_FALSE(isWatching) << "it is announced";
+    write("cards.csv", table({"B"}));
+    model().reloadSpreadsheet();
+    settle(Milliseconds(100));
+    EXPECT_TRUE(model().isWatching());
+    EXPECT_TRUE(isWatching);
+}
+
+TEST_F(AppModelReload, NoSaveMakesWatchingBlink) {
+    withSpreadsheet("cards.csv", table({"A"}));
+    bool blinked = false;
+    const auto look = [&] { blinked = blinked || !model().isWatching(); };
+    const auto subscription = model().subscribe([&](Changes) { look(); });
+    const auto saved = [&](auto save) {
+        blinked = false;
+        save();
+        for (int i = 0; i < 600; ++i) {
+            look();
+            scheduler.pollDescriptors();
+            look();
+            scheduler.runBackground();
+            look();
+            scheduler.deliver();
+            look();
+            scheduler.advance(Milliseconds(1));
+        }
+        look();
+        return !blinked;
+    };
+    EXPECT_TRUE(saved([&] { write("cards.csv", table({"B"})); })) << "written over";
+    EXPECT_TRUE(saved([&] { rename(write("cards.csv~", table({"C"})), desktop.folder / "cards.csv"); })) << "replaced";
+    EXPECT_TRUE(saved([&] {
+        remove(desktop.folder / "cards.csv");
+        write("cards.csv", table({"D"}));
+    })) << "removed and written again";
+    EXPECT_TRUE(saved([&] { rename(desktop.folder / "cards.csv", desktop.folder / "moved.csv"); })) << "renamed";
+    EXPECT_THAT(titles(), ElementsAre("D"));
+    EXPECT_EQ(state().open._sourceURL, desktop.folder / "moved.csv");
+}
+
+TEST_F(AppModelReload, ADeckWithoutASpreadsheetIsNotWatched) {
+    start();
+    EXPECT_FALSE(model().isWatching());
+    model().newDeck(SampleTemplates::Kind::mini, "New");
+    settle(Milliseconds(1000));
+    EXPECT_FALSE(model().isWatching());
+    model().useSpreadsheet(write("cards.csv", table({"A"})));
+    EXPECT_FALSE(model().isWatching()) << "not before it is read";
+    settle(Milliseconds(1000));
+    EXPECT_TRUE(model().isWatching());
+}
+
+TEST_F(AppModelReload, ALoadThatTakesThePlaceOfAReloadTellsOfIt) {
+    withSpreadsheet("cards.csv", table({"A"}));
+    write("cards.csv", table({"B"}));
+    scheduler.pollDescriptors();
+    scheduler.advance(Milliseconds(350));
+    ASSERT_TRUE(state().open._isLoading);
+    model().reloadSpreadsheet();
+    settle(Milliseconds(100));
+    EXPECT_THAT(titles(), ElementsAre("B"));
+    EXPECT_EQ(state()._notice, "Reloaded “cards.csv”.");
+}
+
+TEST_F(AppModelReload, AnotherSpreadsheetIsNoReloadOfTheFirst) {
+    withSpreadsheet("first.csv", table({"A"}));
+    write("first.csv", table({"B"}));
+    scheduler.pollDescriptors();
+    scheduler.advance(Milliseconds(350));
+    ASSERT_TRUE(state().open._isLoading);
+    model().useSpreadsheet(write("second.csv", table({"C"})));
+    settle(Milliseconds(1000));
+    EXPECT_THAT(titles(), ElementsAre("C"));
+    EXPECT_EQ(state()._notice, std::nullopt);
+}
+
 }  // namespace
 }  // namespace quorvel

@@ -1,5 +1,5 @@
 #include "Controls/NumberField.h"
-#include "SheetsTab/WarningLabel.h"
+#include "Controls/WarningLabel.h"
 #include "SheetsViewTest.h"
 
 #include <QAbstractButton>
@@ -257,7 +257,7 @@ TEST_F(PrintFormTest, ChoosingWhatIsChosenSavesNothing) {
     settle();
     const std::size_t timers = scheduler.timerCount();
     auto* paper = find<QComboBox>(*view, "Paper");
-    emit paper->activated(paper->currentIndex());
+    Q_EMIT paper->activated(paper->currentIndex());
     EXPECT_EQ(scheduler.timerCount(), timers);
 }
 
@@ -403,7 +403,7 @@ TEST_F(PrintFormWithoutDeckTest, TheDefaultsAreShownAndNothingIsWritten) {
     EXPECT_TRUE(reads("9 cards a page (3 × 3, portrait): 0 pages for 0 cards."));
     press(Qt::Key_Space, "Cut marks");
     click("Double-sided: a back page after each front");
-    emit find<NumberField>(*view, "Margins")->valueEdited(20);
+    Q_EMIT find<NumberField>(*view, "Margins")->valueEdited(20);
     settle();
     expectFormShows(DeckProject{});
     EXPECT_TRUE(model.state()._decks.empty());

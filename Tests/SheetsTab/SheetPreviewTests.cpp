@@ -1,5 +1,5 @@
+#include "Controls/SegmentedPicker.h"
 #include "Controls/Style.h"
-#include "SheetsTab/SegmentedPicker.h"
 #include "SheetsTab/SheetPicture.h"
 #include "SheetsViewTest.h"
 

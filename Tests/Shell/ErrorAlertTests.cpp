@@ -2,6 +2,7 @@
 #include "Shell/ErrorAlert.h"
 #include "Shell/ShellTest.h"
 
+#include <QAccessible>
 #include <QPushButton>
 #include <gmock/gmock.h>
 
@@ -29,6 +30,14 @@ TEST_F(ErrorAlertTest, TheErrorIsItsMessage) {
     EXPECT_EQ(alert()->windowModality(), Qt::WindowModal);
     EXPECT_EQ(alert()->findChildren<QPushButton*>().size(), 1);
     EXPECT_THAT(unnamedControls(*alert()), testing::IsEmpty());
+}
+
+TEST_F(ErrorAlertTest, ItIsAnAlertToScreenReaders) {
+    makeError();
+    QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(alert());
+    EXPECT_EQ(accessible->role(), QAccessible::AlertMessage);
+    EXPECT_EQ(accessible->text(QAccessible::Name), "Something went wrong");
+    EXPECT_EQ(accessible->text(QAccessible::Description), text(*model.state()._error));
 }
 
 TEST_F(ErrorAlertTest, ItStaysUntilItIsClosed) {

@@ -277,7 +277,7 @@ TEST_F(MainMenuTest, TextFieldsKeepTheKeysOfText) {
 TEST_F(MainMenuTest, TextCommandsActOnTheFieldWithTheFocus) {
     QMenu& edit = *menu("Edit");
     const auto enabled = [&] {
-        emit edit.aboutToShow();
+        Q_EMIT edit.aboutToShow();
         QString letters;
         for (const char* each : {"Cut", "Copy", "Paste", "Select All"})
             if (item(edit, each)->isEnabled()) letters += each[2];
@@ -309,7 +309,7 @@ TEST_F(MainMenuTest, TheMenuBarIsNotTakenForTheFieldWithTheFocus) {
     field.setFocus();
     field.setText("words");
     window.menuBar()->setFocus(Qt::MenuBarFocusReason);
-    emit menu("Edit")->aboutToShow();
+    Q_EMIT menu("Edit")->aboutToShow();
     EXPECT_TRUE(item("Edit", "Select All")->isEnabled());
 }
 
@@ -320,7 +320,7 @@ TEST_F(MainMenuTest, AFieldThatHasGoneIsForgotten) {
         field.setFocus();
         field.setText("words");
     }
-    emit menu("Edit")->aboutToShow();
+    Q_EMIT menu("Edit")->aboutToShow();
     EXPECT_FALSE(item("Edit", "Select All")->isEnabled());
     press(Qt::Key_A, Qt::ControlModifier);
 }

@@ -13,6 +13,7 @@
 #include <QSignalSpy>
 #include <QToolButton>
 #include <gmock/gmock.h>
+#include <set>
 
 namespace quorvel {
 namespace {
@@ -30,9 +31,10 @@ protected:
     static QUrl url(const std::filesystem::path& path) { return QUrl::fromLocalFile(text(path.string())); }
 
     /// Drags over the middle of the window, and drops there if that is allowed.
-    bool drop(const std::vector<QUrl>& urls) {
+    bool drop(const std::vector<QUrl>& urls) { return drop(urls, window.centralWidget()); }
+    bool drop(const std::vector<QUrl>& urls, QWidget* below) {
         const std::unique_ptr<QMimeData> data(files(urls));
-        QWidget* below = window.centralWidget();
+        if (!urls.empty()) data->setText(urls.front().toString());  // as file managers do
         QDragEnterEvent enter(below->rect().center(), Qt::CopyAction, data.get(), Qt::LeftButton, {});
         enter.ignore();
         QApplication::sendEvent(below, &enter);
@@ -120,6 +122,16 @@ TEST_F(MainWindowTest, ArrowKeysGoFromTabToTab) {
     EXPECT_EQ(model.state()._tab, Tab::cards);
 }
 
+TEST_F(MainWindowTest, TheKeyboardGoesAlongWithTheTab) {
+    model.newDeck(SampleTemplates::Kind::mini, "Dragons");
+    model.setTab(Tab::cards);
+    find<QRadioButton>(toolbar, "Cards")->setFocus();
+    press(Qt::Key_3, Qt::ControlModifier);
+    EXPECT_TRUE(find<QRadioButton>(toolbar, "Print & Export")->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+    EXPECT_EQ(model.state()._tab, Tab::data);
+}
+
 TEST_F(MainWindowTest, TheToolbarsButtonsReachTheModel) {
     model.newDeck(SampleTemplates::Kind::mini, "Dragons");
     desktop.answers = {write("cards.csv", threeCards)};
@@ -159,6 +171,16 @@ TEST_F(MainWindowTest, SpreadsheetsMayBeDropped) {
         EXPECT_EQ(openFile(), name);
     }
     EXPECT_EQ(model.state()._decks.size(), 1U);
+}
+
+TEST_F(MainWindowTest, SpreadsheetsMayBeDroppedOnFields) {
+    open("first.csv", threeCards);
+    model.setTab(Tab::sheets);
+    auto* field = find<QLineEdit>(window, "Margins");
+    const QString before = field->text();
+    EXPECT_TRUE(drop({url(write("second.csv", threeCards))}, field));
+    EXPECT_EQ(openFile(), "second.csv");
+    EXPECT_EQ(field->text(), before);
 }
 
 TEST_F(MainWindowTest, OtherThingsMayNot) {
@@ -238,6 +260,37 @@ TEST_F(MainWindowTest, EveryControlOfEveryScreenHasAName) {
         model.setTab(tab);
         settle();
         EXPECT_THAT(unnamedControls(window), testing::IsEmpty()) << name;
+    }
+}
+
+TEST_F(MainWindowTest, TheKeyboardReachesEveryControlAndIsSeenThere) {
+    open("cards.csv", "Name,Art,Qty\nFire,fire.png,many\nWater,,2\n");
+    DeckProject project = *model.currentProject();
+    project.sheet.duplex = true;
+    project.sheet.spacing = Spacing::separated;
+    model.updateProject(project);
+    for (const auto& [tab, name] : EnumText<Tab>::cases) {
+        model.setTab(tab);
+        settle();
+        window.activateWindow();
+        auto* start = find<QRadioButton>(toolbar, text(title(tab)));
+        start->setFocus();
+        std::set<QWidget*> reached;
+        for (QWidget* now = start; reached.insert(now).second;) {
+            QTest::keyClick(now, Qt::Key_Backtab);  // first away and back, so that it came by the keyboard
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            ASSERT_EQ(QApplication::focusWidget(), now) << name << ": " << nameOf(*now).toStdString();
+            const QImage with = now->grab().toImage();
+            QTest::keyClick(now, Qt::Key_Tab);
+            EXPECT_NE(now->grab().toImage(), with) << name << ": " << nameOf(*now).toStdString();
+            now = QApplication::focusWidget();
+        }
+        for (QWidget* each : window.findChildren<QWidget*>()) {
+            const bool isStop = each->isVisible() && each->isEnabled() && !each->focusProxy() &&
+                                (each->focusPolicy() & Qt::TabFocus) != 0;
+            EXPECT_EQ(isStop, reached.contains(each))
+                << name << ": " << each->metaObject()->className() << " " << nameOf(*each).toStdString();
+        }
     }
 }
 

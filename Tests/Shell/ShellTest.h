@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Controls/Style.h"
 #include "Controls/Wording.h"
 #include "Shell/MainWindow.h"
 #include "Shell/RootView.h"
@@ -18,16 +17,9 @@
 
 namespace quorvel {
 
-/// Nothing turns or fades meanwhile: with a timer that comes again and again, no event is the last.
-struct Calm {
-    Calm() { Style::setReduceMotion(true); }
-    ~Calm() { Style::setReduceMotion({}); }
-};
-
 /// The whole window, shown and with the keyboard.
 class ShellTest : public WindowTest {
 protected:
-    const Calm calm;
     Updater updater{scheduler, desktop, QUrl(), "1.0"};
     MainWindow window{model, desktop, updater};
 

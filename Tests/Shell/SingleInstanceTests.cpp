@@ -99,6 +99,28 @@ TEST_F(SingleInstanceTests, TheSocketIsTheUsersAlone) {
     EXPECT_EQ(std::filesystem::status(library / "instance.lock").permissions() & others, perms::none);
 }
 
+TEST_F(SingleInstanceTests, ALibraryMayLieDeep) {
+    // Around the length that an address can have, and far beyond it.
+    for (const std::size_t length : {80, 90, 91, 92, 93, 100, 107, 108, 109, 150, 1000}) {
+        Path deep = folder.path();
+        while (deep.native().size() + 101 < length) deep /= std::string(100, 'x');
+        if (deep.native().size() + 1 < length) deep /= std::string(length - deep.native().size() - 1, 'y');
+        {
+            Start first(scheduler, deep);
+            ASSERT_EQ(first.outcome, Outcome::first) << length;
+            using std::filesystem::perms;
+            EXPECT_EQ(std::filesystem::status(deep / "instance.socket").permissions() &
+                          (perms::group_all | perms::others_all),
+                      perms::none);
+            Start second(scheduler, deep, {{"/a/Cards.csv"}, ""});
+            ASSERT_TRUE(second.decided());
+            EXPECT_EQ(second.outcome, Outcome::handedOver) << length;
+            EXPECT_EQ(first.received.size(), 1U) << length;
+        }
+        EXPECT_FALSE(std::filesystem::exists(deep / "instance.socket")) << length;
+    }
+}
+
 TEST_F(SingleInstanceTests, AnEndMakesRoom) {
     {
         Start first(scheduler, library);

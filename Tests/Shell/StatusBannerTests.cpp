@@ -181,6 +181,7 @@ TEST_F(StatusBannerTest, ScreenReadersFindItsWords) {
     settle(AppModel::noticeTime);
     beginExport();
     QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(&banner);
+    EXPECT_EQ(accessible->role(), QAccessible::AlertMessage);
     EXPECT_EQ(accessible->text(QAccessible::Name), text(*model.state()._busy));
     scheduler.settle();
     EXPECT_EQ(accessible->text(QAccessible::Name), text(*model.state()._notice));

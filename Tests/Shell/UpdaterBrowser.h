@@ -12,7 +12,7 @@ class UpdaterBrowser : public QObject {
 public:
     std::vector<QUrl> opened;
 
-public slots:
+public Q_SLOTS:
     void open(const QUrl& address) { opened.push_back(address); }
 };
 

@@ -1,3 +1,4 @@
+#include "Controls/BusyButton.h"
 #include "Controls/SymbolLabel.h"
 #include "Shell/ShellTest.h"
 #include "Shell/WelcomeView.h"
@@ -49,6 +50,19 @@ TEST_F(WelcomeViewTest, TheSampleOpens) {
     ASSERT_NE(model.currentProject(), nullptr);
     EXPECT_FALSE(welcome.isVisible());
     EXPECT_EQ(model.template_().size, SampleTemplates::make(SampleTemplates::Kind::classic, "").size);
+}
+
+TEST_F(WelcomeViewTest, WhileTheSampleIsPaintedItsButtonIsBusy) {
+    auto* sample = find<BusyButton>(welcome, "Open the Sample Deck");
+    EXPECT_FALSE(sample->isBusy());
+    item("File", "Open the Sample Deck")->trigger();
+    EXPECT_TRUE(sample->isBusy()) << "wherever it was asked for";
+    click(sample);
+    settle();
+    EXPECT_FALSE(sample->isBusy());
+    EXPECT_EQ(model.state()._decks.size(), 1U);
+    model.setSelection(std::nullopt);
+    EXPECT_TRUE(sample->isEnabled());
 }
 
 TEST_F(WelcomeViewTest, ASpreadsheetMakesADeck) {

@@ -1,6 +1,7 @@
 #include "Support/Desktop/ManualScheduler.h"
 
 #include <algorithm>
+#include <iterator>
 #include <poll.h>
 #include <utility>
 
@@ -33,9 +34,12 @@ void ManualScheduler::post(Job job) {
     tails_.push_back({std::make_shared<bool>(true), std::move(job)});
 }
 
-std::deque<ManualScheduler::Tail> ManualScheduler::takeTails() {
+std::deque<ManualScheduler::Tail> ManualScheduler::takeTails(std::size_t count) {
     const std::lock_guard lock(posting_);
-    return std::exchange(tails_, {});
+    const auto end = tails_.begin() + std::ptrdiff_t(std::min(count, tails_.size()));
+    std::deque<Tail> taken(std::make_move_iterator(tails_.begin()), std::make_move_iterator(end));
+    tails_.erase(tails_.begin(), end);
+    return taken;
 }
 
 void ManualScheduler::advance(Milliseconds time) {
@@ -63,8 +67,8 @@ std::size_t ManualScheduler::runBackground(std::size_t count) {
     return ran;
 }
 
-std::size_t ManualScheduler::deliver() {
-    std::deque<Tail> tails = takeTails();
+std::size_t ManualScheduler::deliver(std::size_t count) {
+    std::deque<Tail> tails = takeTails(count);
     for (Tail& tail : tails)
         if (*tail.alive && tail.job) tail.job();
     return tails.size();

@@ -31,8 +31,8 @@ public:
     /// Runs the oldest `count` pieces of work in the background, without their tails. How many there were.
     std::size_t runBackground(std::size_t count = SIZE_MAX);
 
-    /// Runs the tails that wait, and what was posted, oldest first, without new ones. How many there were.
-    std::size_t deliver();
+    /// Runs the oldest `count` of the tails that wait and of what was posted, without new ones. How many there were.
+    std::size_t deliver(std::size_t count = SIZE_MAX);
 
     /// Runs the jobs whose descriptor has something to read now, each once. How many there were.
     std::size_t pollDescriptors();
@@ -68,7 +68,7 @@ private:
     };
 
     static Task taskFor(std::shared_ptr<bool> alive);
-    std::deque<Tail> takeTails();
+    std::deque<Tail> takeTails(std::size_t count);
 
     Clock::time_point start_ = std::chrono::sys_days(std::chrono::year(2026) / 5 / 17);
     Milliseconds elapsed_{0};

@@ -1,5 +1,6 @@
 #include "Support/Widgets/WindowTest.h"
 
+#include "Controls/Style.h"
 #include "Support/Desktop/EventLoop.h"
 
 #include <QAccessible>
@@ -7,6 +8,11 @@
 #include <fstream>
 
 namespace quorvel {
+
+WindowTest::WindowTest() {
+    Style::setReduceMotion(true);
+    model.setUndoManager(undo);
+}
 
 std::filesystem::path WindowTest::write(const std::string& name, std::string_view text) {
     const std::filesystem::path path = desktop.folder / name;

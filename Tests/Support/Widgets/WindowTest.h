@@ -23,7 +23,8 @@ protected:
     std::shared_ptr<UndoStack> undo = std::make_shared<UndoStack>();
     AppModel model{scheduler, desktop, AppModel::Persist::no};
 
-    WindowTest() { model.setUndoManager(undo); }
+    /// Whatever a test before it did, nothing moves unless it is told to (`Style::setReduceMotion`).
+    WindowTest();
 
     /// Writes a file of the user's and gives it to the model, then lets all of it load and draw.
     std::filesystem::path open(const std::string& name, std::string_view text);

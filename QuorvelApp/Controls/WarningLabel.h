@@ -2,8 +2,6 @@
 
 #include <QWidget>
 
-class QLabel;
-
 namespace quorvel {
 
 /// A sentence in the colour of warnings behind the warning symbol.
@@ -11,14 +9,6 @@ class WarningLabel : public QWidget {
     Q_OBJECT
 public:
     explicit WarningLabel(const QString& text, QWidget* parent = nullptr);
-
-protected:
-    void changeEvent(QEvent* event) override;
-
-private:
-    void tint();
-
-    QLabel* text_ = nullptr;
 };
 
 }  // namespace quorvel

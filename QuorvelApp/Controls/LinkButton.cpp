@@ -1,4 +1,4 @@
-#include "CardsTab/LinkButton.h"
+#include "Controls/LinkButton.h"
 
 #include "Controls/Style.h"
 

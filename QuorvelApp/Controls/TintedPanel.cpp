@@ -1,4 +1,4 @@
-#include "CardsTab/TintedPanel.h"
+#include "Controls/TintedPanel.h"
 
 #include "Controls/Style.h"
 

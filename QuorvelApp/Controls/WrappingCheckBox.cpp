@@ -1,4 +1,4 @@
-#include "SheetsTab/WrappingCheckBox.h"
+#include "Controls/WrappingCheckBox.h"
 
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -18,6 +18,7 @@ QSize WrappingCheckBox::minimumSizeHint() const {
 }
 
 int WrappingCheckBox::heightForWidth(int width) const {
+    if (width >= sizeHint().width()) return sizeHint().height();
     return std::max(sizeHint().height(), titleSize(width - boxWidth()).height());
 }
 
