@@ -26,6 +26,8 @@ Picker::Picker(const QString& title, QWidget* parent) : QComboBox(parent) {
     setMinimumContentsLength(fewestCharacters);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     setMaxVisibleItems(entriesInSight);
+    // The wheel that it leaves to the form doesn't bring it the keyboard either.
+    setFocusPolicy(Qt::StrongFocus);
     auto* list = new QListView(this);
     list->setAccessibleName(title);
     list->setUniformItemSizes(true);

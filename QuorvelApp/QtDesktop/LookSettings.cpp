@@ -35,6 +35,8 @@ QDBusMessage LookSettings::call() {
 
 void LookSettings::follow(const QDBusConnection& bus) {
     if (!bus.isConnected()) return;
+    // A slot is found only while the types that it takes are known by their names.
+    qRegisterMetaType<QDBusVariant>();
     // Whoever the sender is: finding out who owns the name would be waited for.
     QDBusConnection(bus).connect({}, path, interface, "SettingChanged", this,
                                  SLOT(settingChanged(QString, QString, QDBusVariant)));

@@ -76,6 +76,7 @@ TEST_F(PickerTest, IsDeafToTheWheelEvenWithTheKeyboard) {
     QApplication::sendEvent(&picker, &wheel);
     EXPECT_EQ(picker.currentIndex(), 0);
     EXPECT_FALSE(wheel.isAccepted()) << "what is behind it scrolls";
+    EXPECT_EQ(picker.focusPolicy(), Qt::StrongFocus) << "nor does the wheel bring it the keyboard";
     QTest::keyClick(&picker, Qt::Key_Down);
     EXPECT_EQ(picker.currentIndex(), 1);
 }
