@@ -58,6 +58,8 @@ std::optional<Path> QtDesktop::remembered(std::optional<Path> chosen) {
 
 void QtDesktop::reveal(const Path& path) {
     const auto openFolder = [](const Path& folder) {
+        // Without what opens folders there is only a complaint in the log.
+        if (QStandardPaths::findExecutable("xdg-open").isEmpty()) return;
         QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(FileReveal::address(folder))));
     };
     // Connecting can start a bus and wait for it.
