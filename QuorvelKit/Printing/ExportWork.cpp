@@ -20,12 +20,12 @@ constexpr std::string_view readMeParagraph =
     "tick Unique Backs and use the back sheet). Width 10, Height 7, Number: the cards on that sheet. Back is Hidden: "
     "on.";
 
-/// Bytes of a card's file name before its ending. Sixty characters of some scripts are longer than the 255 bytes that
-/// file systems take for a whole name.
+/// Bytes of a file name before its ending. Sixty characters of some scripts are longer than the 255 bytes that file
+/// systems take for a whole name.
 constexpr std::size_t longestBaseName = 200;
 
-std::string baseName(std::size_t number, const Card& card) {
-    std::string name = CardImage::fileName(std::int64_t(number), card.title());
+/// Cut between characters.
+std::string cutToName(std::string name) {
     if (name.size() <= longestBaseName) return name;
     std::size_t kept = 0;
     for (std::string_view character : Text::characters(name)) {
@@ -34,6 +34,10 @@ std::string baseName(std::size_t number, const Card& card) {
     }
     name.resize(kept);
     return name;
+}
+
+std::string baseName(std::size_t number, const Card& card) {
+    return cutToName(CardImage::fileName(std::int64_t(number), card.title()));
 }
 
 /// Hands files to the sink until one fails.
@@ -182,7 +186,7 @@ std::string proposedName(std::string_view deckName, std::string_view suffix) {
         const bool control = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
         Text::appendScalar(name, control || scalar == U'/' ? U' ' : scalar);
     }
-    return name += suffix;
+    return cutToName(std::move(name)).append(suffix);
 }
 
 std::string newFolderName(const std::string& name, const std::function<bool(const std::string& name)>& exists) {

@@ -82,7 +82,8 @@ inline constexpr std::string_view sheetsSuffix = " print sheets.pdf";
 inline constexpr std::string_view imagesSuffix = " card images";
 inline constexpr std::string_view ttsSuffix = " Tabletop Simulator";
 
-/// The name proposed for a file or folder made from a deck's name: "/" and control characters become blanks.
+/// The name proposed for a file or folder made from a deck's name: "/" and control characters become blanks, and what
+/// is longer than file systems take is cut.
 std::string proposedName(std::string_view deckName, std::string_view suffix);
 
 /// The name of the new folder that an export makes: `name`, or `name` with a blank and the first number from 2 on for

@@ -58,8 +58,7 @@ TEST_F(ExportFlowFailureTest, AFolderThatCannotBeMade) {
         EXPECT_EQ(scheduler.backgroundCount(), 0u) << "nothing runs";
     }
     said.clear();
-    onScreen->project.name = std::string(300, 'x');
-    begin(ExportKind::images, folder.path());
+    begin(ExportKind::images, folder / std::string(300, 'x'));
     EXPECT_THAT(said, ElementsAre(testing::EndsWith("couldn’t be made: its name or path is too long.")));
     EXPECT_THAT(listing(folder.path()), ElementsAre("a file"));
     EXPECT_THAT(seen, IsEmpty());

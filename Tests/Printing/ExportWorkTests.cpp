@@ -286,6 +286,8 @@ TEST(ExportWork, ProposedNames) {
     EXPECT_EQ(ExportWork::proposedName("a/b\nc\x7F", " card images"), "a b c  card images");
     EXPECT_EQ(ExportWork::proposedName("../x", ""), ".. x");
     EXPECT_EQ(ExportWork::proposedName("Café \u0085…", ""), "Café  …");
+    EXPECT_EQ(ExportWork::proposedName(std::string(300, 'x'), " card images"), std::string(200, 'x') + " card images");
+    EXPECT_EQ(ExportWork::proposedName(std::string(199, 'x') + "é", ""), std::string(199, 'x'));
 }
 
 TEST(ExportWork, NewFolderNamesPassOverTheTakenOnes) {
