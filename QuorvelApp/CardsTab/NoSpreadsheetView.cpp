@@ -1,11 +1,11 @@
 #include "CardsTab/NoSpreadsheetView.h"
 
 #include "Controls/BusyButton.h"
+#include "Controls/CodeSpans.h"
 #include "Controls/Style.h"
 #include "Controls/SymbolLabel.h"
 #include "Controls/TintedPanel.h"
 
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -43,18 +43,6 @@ QLabel* plainLabel(const QString& words, QWidget* parent) {
     auto* const label = new QLabel(words, parent);
     label->setTextFormat(Qt::PlainText);
     return label;
-}
-
-/// What stands between backticks in the letters of a typewriter.
-QString withCode(const QString& words) {
-    const QString family = QFontDatabase::systemFont(QFontDatabase::FixedFont).family().toHtmlEscaped();
-    const QStringList parts = words.split(QLatin1Char('`'));
-    QString html;
-    for (qsizetype i = 0; i < parts.size(); ++i)
-        html += i % 2 == 0 ? parts[i].toHtmlEscaped()
-                           : QStringLiteral("<span style=\"font-family:'%1'; white-space:nowrap\">%2</span>")
-                                 .arg(family, parts[i].toHtmlEscaped());
-    return html;
 }
 
 QWidget* rolePanel(QWidget* parent) {
@@ -101,12 +89,11 @@ NoSpreadsheetView::NoSpreadsheetView(AppModel& model, QWidget* parent) : QScroll
     column->addWidget(introduction);
     column->addWidget(rolePanel(page), 0, Qt::AlignHCenter);
 
-    auto* const code = new QLabel(withCode(markup), page);
-    code->setTextFormat(Qt::RichText);
+    auto* const code = new QLabel(page);
+    CodeSpans::show(markup, *code);
     code->setFont(Style::font(Style::TextSize::callout));
     code->setWordWrap(true);
     code->setAlignment(Qt::AlignCenter);
-    code->setAccessibleName(QString(markup).remove(QLatin1Char('`')));
     Style::makeSecondary(code);
     column->addWidget(code);
 

@@ -1,7 +1,10 @@
 #include "Controls/ElidedLabel.h"
 
+#include "Controls/Wording.h"
+
 #include <QEvent>
 #include <QPainter>
+#include <QTextDocument>
 
 namespace quorvel {
 
@@ -56,7 +59,8 @@ void ElidedLabel::changeEvent(QEvent* event) {
 
 void ElidedLabel::showWholeWhenCut() {
     const bool cut = fontMetrics().horizontalAdvance(text_) > width();
-    setToolTip(cut ? text_.toHtmlEscaped() : QString());
+    // As rich text, whatever it looks like: only that is broken into lines.
+    setToolTip(cut ? Qt::convertFromPlainText(breakable(text_), Qt::WhiteSpaceNormal) : QString());
 }
 
 }  // namespace quorvel

@@ -1,5 +1,6 @@
 #include "Controls/GroupedForm.h"
 
+#include "Controls/CodeSpans.h"
 #include "Controls/Style.h"
 
 #include <QAbstractSpinBox>
@@ -8,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QRadioButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -84,6 +86,8 @@ void letWheelPass(QWidget* control) {
 }
 
 bool takesTab(const QWidget& widget) {
+    // Of those that exclude each other only the chosen one does; each keeps its place, since it may be chosen later.
+    if (qobject_cast<const QRadioButton*>(&widget)) return true;
     return (widget.focusPolicy() & Qt::TabFocus) != 0 && !widget.focusProxy();
 }
 
@@ -127,8 +131,9 @@ GroupedForm::GroupedForm(QWidget* parent) : QScrollArea(parent) {
 GroupedForm::Section GroupedForm::addSection(const QString& title) {
     auto* column = new QVBoxLayout;
     column->setSpacing(Style::small);
+    Section section;
     if (!title.isEmpty()) {
-        auto* heading = new QLabel(widget());
+        auto* heading = section.heading_ = new QLabel(widget());
         heading->setTextFormat(Qt::PlainText);
         heading->setText(title);
         heading->setWordWrap(true);
@@ -137,14 +142,12 @@ GroupedForm::Section GroupedForm::addSection(const QString& title) {
         column->addWidget(heading);
     }
 
-    Section section;
     section.form_ = this;
     section.panel_ = new RowPanel(widget());
     section.panel_->setAccessibleName(title);
     column->addWidget(section.panel_);
 
     section.footer_ = new QLabel(widget());
-    section.footer_->setTextFormat(Qt::PlainText);
     section.footer_->setWordWrap(true);
     section.footer_->setFont(Style::font(Style::TextSize::callout));
     section.footer_->setContentsMargins(Style::hair, 0, Style::hair, 0);
@@ -193,8 +196,14 @@ void GroupedForm::Section::setRowVisible(QWidget* control, bool visible) {
     panel_->update();
 }
 
+void GroupedForm::Section::setTitle(const QString& title) {
+    if (!heading_ || heading_->text() == title) return;
+    heading_->setText(title);
+    panel_->setAccessibleName(title);
+}
+
 void GroupedForm::Section::setFooter(const QString& text) {
-    footer_->setText(text);
+    CodeSpans::show(text, *footer_);
     footer_->setVisible(!text.isEmpty());
 }
 

@@ -28,7 +28,9 @@ public:
         void addRow(QWidget* control);
         /// Shows or hides the row of a control that was added.
         void setRowVisible(QWidget* control, bool visible);
-        /// An empty text takes it away.
+        /// A section that was made without a title has none.
+        void setTitle(const QString& title);
+        /// What stands between backticks is shown in the letters of a typewriter. An empty text takes it away.
         void setFooter(const QString& text);
 
     private:
@@ -36,6 +38,7 @@ public:
         void add(QWidget* row, QWidget* control);
 
         GroupedForm* form_ = nullptr;
+        QLabel* heading_ = nullptr;
         QWidget* panel_ = nullptr;
         QLabel* footer_ = nullptr;
     };
@@ -49,9 +52,10 @@ public:
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
-private:
+    /// For rows that make new controls of their own: lets the Tab key go through them in order.
     void orderTabs();
 
+private:
     QVBoxLayout* sections_ = nullptr;
 };
 

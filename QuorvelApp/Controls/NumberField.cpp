@@ -41,6 +41,8 @@ NumberField::NumberField(const QString& title, const QString& unit, QWidget* par
     row->addWidget(field_);
     if (!unit.isEmpty()) {
         auto* label = new QLabel(unit);
+        // Fields below each other stand in line, whatever their units.
+        label->setMinimumWidth(label->fontMetrics().horizontalAdvance(QLatin1String("mm")));
         Style::makeSecondary(label);
         row->addWidget(label);
     }

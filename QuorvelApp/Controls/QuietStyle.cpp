@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QListView>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QStyleOption>
 #include <algorithm>
@@ -89,6 +90,7 @@ void QuietStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         case PE_FrameLineEdit:
             return drawField(*painter, *option);
         case PE_Frame: {
+            if (qobject_cast<const QPlainTextEdit*>(widget)) return drawField(*painter, *option);
             // Within the corners a scrolled content's ground goes on.
             const auto* area = qobject_cast<const QAbstractScrollArea*>(widget);
             const QColor ground = area ? groundOf(*area) : QColor();
@@ -324,6 +326,8 @@ int QuietStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWid
             return 0;
         case SH_ScrollBar_LeftClickAbsolutePosition:
             return 0;
+        case SH_Menu_Scrollable:
+            return 1;
         default:
             return QProxyStyle::styleHint(hint, option, widget, returnData);
     }

@@ -26,6 +26,7 @@ public:
         setAccessibleName(segment.name.isEmpty() ? segment.text : segment.name);
         if (segment.text.isEmpty()) setToolTip(segment.name);
         setFocusPolicy(Qt::NoFocus);
+        setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
         setAttribute(Qt::WA_Hover);
         // Of all segments the Tab key stops at the chosen one.
         connect(this, &QRadioButton::toggled, this,

@@ -36,7 +36,7 @@ ColumnsSection::ColumnsSection(GroupedForm& form, AppModel& model)
     }
     section.setFooter(
         shown("Which column feeds each field. Matched by name when the spreadsheet is read; any column can also be "
-              "used directly in a layer as {{Column Name}}."));
+              "used directly in a layer as `{{Column Name}}`."));
 }
 
 void ColumnsSection::refresh() {

@@ -7,6 +7,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QTextDocument>
 
 namespace quorvel {
 
@@ -40,7 +41,7 @@ void FileRow::setName(const QString& name, Look look, const QString& trouble) {
     name_->setText(name);
     name_->setAccessibleDescription(trouble);
     // As rich text, since a sentence may hold a file name that looks like it.
-    setToolTip(trouble.toHtmlEscaped());
+    setToolTip(trouble.isEmpty() ? QString() : Qt::convertFromPlainText(trouble, Qt::WhiteSpaceNormal));
     look_ = look;
     color();
     name_->setVisible(!name.isEmpty());

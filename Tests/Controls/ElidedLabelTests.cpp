@@ -2,11 +2,19 @@
 #include "Support/Widgets/WindowTest.h"
 
 #include <QImage>
+#include <QTextDocument>
+#include <QTextDocumentFragment>
 
 namespace quorvel {
 namespace {
 
 class ElidedLabelTest : public WindowTest {};
+
+/// What is read of a tooltip, which the toolkit takes for rich text when it looks like it.
+QString seen(const QString& toolTip) {
+    if (!Qt::mightBeRichText(toolTip)) return toolTip;
+    return QTextDocumentFragment::fromHtml(toolTip).toPlainText();
+}
 
 const QString name = QStringLiteral("a very long name of a spreadsheet.csv");
 
@@ -23,7 +31,7 @@ TEST_F(ElidedLabelTest, tellsTheWholeOnlyWhenItIsCut) {
     show(label, label.sizeHint());
     EXPECT_EQ(label.toolTip(), QString());
     label.resize(60, label.height());
-    EXPECT_EQ(label.toolTip(), name);
+    EXPECT_EQ(seen(label.toolTip()), name);
     label.setText(QStringLiteral("a"));
     EXPECT_EQ(label.toolTip(), QString());
 }
@@ -31,8 +39,25 @@ TEST_F(ElidedLabelTest, tellsTheWholeOnlyWhenItIsCut) {
 TEST_F(ElidedLabelTest, theTooltipIsNoMarkup) {
     ElidedLabel label(Qt::ElideRight);
     show(label, {60, 20});
-    label.setText(QStringLiteral("<b>cards</b> & more cards than fit.csv"));
-    EXPECT_EQ(label.toolTip(), QStringLiteral("&lt;b&gt;cards&lt;/b&gt; &amp; more cards than fit.csv"));
+    for (const char* words :
+         {"<b>cards</b> & more", "salt & pepper for all", "&lt;b&gt; is no tag", "1 < 2 and so on"}) {
+        label.setText(words);
+        EXPECT_EQ(seen(label.toolTip()), words);
+    }
+}
+
+TEST_F(ElidedLabelTest, aLongTooltipHasLines) {
+    ElidedLabel label(Qt::ElideRight);
+    show(label, {60, 20});
+    for (const QString& words : {QString(500, u'W'), QStringLiteral("word ").repeated(100).trimmed()}) {
+        label.setText(words);
+        EXPECT_TRUE(Qt::mightBeRichText(label.toolTip())) << "others stay one line";
+        EXPECT_EQ(seen(label.toolTip()).remove(QChar(0x200B)), words);
+        QTextDocument lines;
+        lines.setHtml(label.toolTip());
+        lines.setTextWidth(600);
+        EXPECT_LE(lines.idealWidth(), 600);
+    }
 }
 
 TEST_F(ElidedLabelTest, isReadAsItsWholeText) {

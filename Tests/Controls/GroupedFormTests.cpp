@@ -145,6 +145,15 @@ TEST_F(GroupedFormTest, showsTheWholeFooter) {
     EXPECT_FALSE(label(QString())->isVisible());
 }
 
+TEST_F(GroupedFormTest, aTitleMayChange) {
+    GroupedForm::Section section = form.addSection(QStringLiteral("Front"));
+    GroupedForm::Section untitled = form.addSection({});
+    section.setTitle(QStringLiteral("Back"));
+    untitled.setTitle(QStringLiteral("Nothing"));
+    EXPECT_TRUE(label(QStringLiteral("Back")));
+    for (const QLabel* each : form.findChildren<QLabel*>()) EXPECT_NE(each->text(), QStringLiteral("Nothing"));
+}
+
 TEST_F(GroupedFormTest, isNeverNarrowerThanItsRows) {
     GroupedForm::Section section = form.addSection({});
     auto* wide = new QPushButton(QStringLiteral("Wide"));

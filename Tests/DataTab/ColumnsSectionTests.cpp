@@ -9,13 +9,11 @@ namespace {
 class ColumnsSectionTest : public DataViewTest {};
 
 TEST_F(ColumnsSectionTest, saysInItsFooterHowColumnsAreUsed) {
-    bool found = false;
-    for (const QLabel* label : view.findChildren<QLabel*>())
-        found = found || label->text() == QStringLiteral(
-                                              "Which column feeds each field. Matched by name when the spreadsheet is "
-                                              "read; any column can also be used directly in a layer as {{Column "
-                                              "Name}}.");
-    EXPECT_TRUE(found);
+    const auto* footer = find<QLabel>(
+        view, QStringLiteral("Which column feeds each field. Matched by name when the spreadsheet is read; any column "
+                             "can also be used directly in a layer as {{Column Name}}."));
+    ASSERT_TRUE(footer);
+    EXPECT_EQ(footer->textFormat(), Qt::RichText) << "what is typed as it stands is told by its letters";
 }
 
 TEST_F(ColumnsSectionTest, setsTheColumnOfEachField) {

@@ -88,6 +88,17 @@ TEST_F(FilesSectionTest, takesNoNameForMarkup) {
     EXPECT_FALSE(row("Spreadsheet")->toolTip().contains(QLatin1String("<b>")));
 }
 
+TEST_F(FilesSectionTest, writesAnAmpersandAsOne) {
+    open("pears & plums.csv", "Name\nA\n");
+    EXPECT_EQ(row("Spreadsheet")->toolTip(), QString());
+    std::filesystem::remove(desktop.folder / "pears & plums.csv");
+    click("Reload");
+    settle();
+    const QString tip = row("Spreadsheet")->toolTip();
+    EXPECT_TRUE(Qt::mightBeRichText(tip)) << tip.toStdString();
+    EXPECT_TRUE(tip.contains(QLatin1String("pears &amp; plums"))) << tip.toStdString();
+}
+
 TEST_F(FilesSectionTest, reloads) {
     open("cards.csv", plainDeck);
     write("cards.csv", "Name\nQuince\n");
