@@ -13,12 +13,12 @@
 namespace quorvel {
 namespace {
 
-QWidget* makeView(Tab tab, AppModel& model) {
+QWidget* makeView(Tab tab, AppModel& model, Desktop& desktop) {
     switch (tab) {
         case Tab::cards:
             return new CardsView(model);
         case Tab::template_:
-            return new TemplateEditor(model);
+            return new TemplateEditor(model, desktop);
         case Tab::sheets:
             return new SheetsView(model);
         case Tab::data:
@@ -29,7 +29,8 @@ QWidget* makeView(Tab tab, AppModel& model) {
 
 }  // namespace
 
-DeckDetail::DeckDetail(AppModel& model, QWidget* parent) : QWidget(parent), model_(model) {
+DeckDetail::DeckDetail(AppModel& model, Desktop& desktop, QWidget* parent)
+    : QWidget(parent), model_(model), desktop_(desktop) {
     pages_ = new QWidget;
     stack_ = new QStackedLayout(pages_);
     welcome_ = new WelcomeView(model_);
@@ -47,13 +48,23 @@ DeckDetail::DeckDetail(AppModel& model, QWidget* parent) : QWidget(parent), mode
 
 void DeckDetail::refresh() {
     QWidget* wanted = model_.currentProject() ? view(model_.state()._tab) : welcome_;
-    if (stack_->currentWidget() != wanted) stack_->setCurrentWidget(wanted);
+    if (stack_->currentWidget() == wanted) return;
+    // The keyboard goes from view to view. Left alone it would go to whatever comes next in the window.
+    const QWidget* focus = window()->focusWidget();
+    const bool hasKeyboard = focus && isAncestorOf(focus);
+    stack_->setCurrentWidget(wanted);
+    if (hasKeyboard) wanted->setFocus();
+    updateGeometry();
+}
+
+QSize DeckDetail::minimumSizeHint() const {
+    return stack_->currentWidget()->minimumSizeHint();
 }
 
 QWidget* DeckDetail::view(Tab tab) {
     QWidget*& view = views_[tab];
     if (!view) {
-        view = makeView(tab, model_);
+        view = makeView(tab, model_, desktop_);
         stack_->addWidget(view);
     }
     return view;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Desktop/Desktop.h"
 #include "Model/AppModel.h"
 
 #include <QWidget>
@@ -14,13 +15,18 @@ namespace quorvel {
 class DeckDetail : public QWidget {
     Q_OBJECT
 public:
-    explicit DeckDetail(AppModel& model, QWidget* parent = nullptr);
+    /// Both outlive it; `desktop` keeps what the tabs remember.
+    DeckDetail(AppModel& model, Desktop& desktop, QWidget* parent = nullptr);
+
+    /// Of what is shown: the tabs that aren't need no room.
+    QSize minimumSizeHint() const override;
 
 private:
     void refresh();
     QWidget* view(Tab tab);
 
     AppModel& model_;
+    Desktop& desktop_;
     QWidget* pages_ = nullptr;
     QStackedLayout* stack_ = nullptr;
     QWidget* welcome_ = nullptr;

@@ -1,6 +1,8 @@
 #include "Shell/MainMenu.h"
 
 #include "Controls/Symbols.h"
+#include "Controls/Wording.h"
+#include "Inspector/LayerKinds.h"
 #include "Shell/EditMenu.h"
 #include "Shell/ExportCommands.h"
 #include "Shell/TabLabels.h"
@@ -73,9 +75,9 @@ void MainMenu::fillDeckMenu(QMenu& menu) {
 void MainMenu::fillLayerMenu(QMenu& menu) {
     QMenu* kinds = menu.addMenu("Add Layer");
     needDeck_.push_back(kinds->menuAction());
-    for (const auto& [kind, words] : {std::pair(LayerKind::text, "Text"), std::pair(LayerKind::image, "Picture"),
-                                      std::pair(LayerKind::shape, "Shape"), std::pair(LayerKind::icons, "Icon Row")})
-        needDeck_.push_back(add(*kinds, words, {}, [this, kind = kind] { model_.addLayer(kind); }));
+    for (const auto& [kind, name] : EnumText<LayerKind>::cases)
+        needDeck_.push_back(
+            add(*kinds, text(LayerKinds::label(kind)), {}, [this, kind = kind] { model_.addLayer(kind); }));
     const auto onLayer = [&](const QString& words, const QKeySequence& keys, Command act) {
         needLayer_.push_back(add(menu, words, keys, std::move(act)));
     };

@@ -36,7 +36,9 @@ MainWindow::MainWindow(AppModel& model, Desktop& desktop, Updater& updater, QWid
     connect(menu, &MainMenu::updateCheckRequested, &updater, &Updater::checkForUpdates);
     connect(menu, &MainMenu::quitRequested, this, &QWidget::close);
     addToolBar(new WindowToolbar(model_, *exports));
-    setCentralWidget(new RootView(model_));
+    setCentralWidget(new RootView(model_, desktop_));
+    // Else the first button of the toolbar has the keyboard, and a ring that nobody asked for.
+    centralWidget()->setFocus();
     dropHighlight_ = new DropHighlight(this);
     new ErrorAlert(model_, this);
 

@@ -19,7 +19,7 @@ class Updater;
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
-    /// All three outlive the window; `desktop` keeps what the settings window remembers.
+    /// All three outlive the window; `desktop` keeps what the settings window and the tabs remember.
     MainWindow(AppModel& model, Desktop& desktop, Updater& updater, QWidget* parent = nullptr);
     ~MainWindow() override;
 

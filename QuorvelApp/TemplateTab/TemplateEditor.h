@@ -1,35 +1,28 @@
 #pragma once
 
+#include "Desktop/Desktop.h"
 #include "Model/AppModel.h"
 
-#include <QWidget>
-
-class QLabel;
-class QToolButton;
+#include <QSplitter>
 
 namespace quorvel {
 
-class CardPicture;
+class CardCanvas;
 
-/// The design of the card: one card of the deck, large, and which. Reads the model and calls its operations; keeps no
-/// state of its own.
-class TemplateEditor : public QWidget {
+/// The design of the card: its layers, one card of the deck with them, and the properties of what is selected. The card
+/// takes the width that the other two leave.
+class TemplateEditor : public QSplitter {
     Q_OBJECT
 public:
-    explicit TemplateEditor(AppModel& model, QWidget* parent = nullptr);
+    /// Both outlive it; `desktop` keeps what the canvas remembers.
+    TemplateEditor(AppModel& model, Desktop& desktop, QWidget* parent = nullptr);
+
+protected:
+    /// The keyboard goes to the card. No focus proxies: the Tab key would take each for a stop.
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
-    /// Shows what the model has now.
-    void refresh(Changes changes);
-    void showCard();
-
-    AppModel& model_;
-    CardPicture* picture_ = nullptr;
-    QWidget* chooser_ = nullptr;
-    QToolButton* previous_ = nullptr;
-    QToolButton* next_ = nullptr;
-    QLabel* which_ = nullptr;
-    Announcer::Subscription subscription_;
+    CardCanvas* canvas_ = nullptr;
 };
 
 }  // namespace quorvel

@@ -189,7 +189,8 @@ TEST_F(DeckListTest, DeleteAsksFirst) {
 
 TEST_F(DeckListTest, ALongNameIsAskedForToItsEnd) {
     model.newDeck(SampleTemplates::Kind::mini, std::string(300, 'W'));
-    QTest::keyClick(window.findChild<QListWidget*>(), Qt::Key_Delete);
+    rows().setFocus();
+    QTest::keyClick(&rows(), Qt::Key_Delete);
     ASSERT_NE(dialog(), nullptr);
     for (const QLabel* each : dialog()->findChildren<QLabel*>())
         EXPECT_LE(each->minimumSizeHint().width(), each->width()) << each->text().toStdString();

@@ -1,69 +1,100 @@
-#include "Controls/Wording.h"
-#include "Support/Widgets/WindowTest.h"
-#include "TemplateTab/CardPicture.h"
+#include "Inspector/Inspector.h"
+#include "TemplateTab/CardCanvas.h"
+#include "TemplateTab/CardSurface.h"
+#include "TemplateTab/LayerList.h"
+#include "TemplateTab/LayerRows.h"
 #include "TemplateTab/TemplateEditor.h"
+#include "TemplateTabTest.h"
 
-#include <QLabel>
 #include <QTest>
-#include <QToolButton>
 #include <gmock/gmock.h>
 
 namespace quorvel {
 namespace {
 
-class TemplateEditorTest : public WindowTest {
+class TemplateEditorTest : public TemplateTabTest {
 protected:
-    TemplateEditor editor{model};
+    TemplateEditor editor{model, desktop};
+    LayerList& list = *editor.findChild<LayerList*>();
+    CardCanvas& canvas = *editor.findChild<CardCanvas*>();
+    Inspector& inspector = *editor.findChild<Inspector*>();
 
-    QToolButton& previous() const { return *find<QToolButton>(editor, "Previous Card"); }
-    QToolButton& next() const { return *find<QToolButton>(editor, "Next Card"); }
-    QString shownCard() const { return editor.findChild<QLabel*>()->text(); }
-    /// The colour in the middle of the picture.
-    QColor middle() {
-        auto* picture = editor.findChild<CardPicture*>();
-        const QImage seen = picture->grab().toImage();
-        return seen.pixelColor(seen.rect().center());
+    void dragHandle(int index, int by) {
+        QSplitterHandle& handle = *editor.handle(index);
+        const QPoint start = handle.rect().center();
+        QTest::mousePress(&handle, Qt::LeftButton, {}, start);
+        QTest::mouseMove(&handle, start + QPoint(by, 0));
+        QTest::mouseRelease(&handle, Qt::LeftButton, {}, start);
     }
 };
 
-TEST_F(TemplateEditorTest, WithoutCardsTheDesignItselfIsShown) {
-    model.newDeck(SampleTemplates::Kind::classic, "Cards");
-    settle();
-    show(editor);
-    EXPECT_FALSE(next().isVisible());
-    EXPECT_TRUE(model.state()._canvasImage);
-    EXPECT_EQ(nameOf(*editor.findChild<CardPicture*>()), text("The card’s design"));
+TEST_F(TemplateEditorTest, HasThreeColumnsFromLeftToRight) {
+    show(editor, {1200, 700});
+    EXPECT_EQ(editor.widget(0), &list);
+    EXPECT_EQ(editor.widget(1), &canvas);
+    EXPECT_EQ(editor.widget(2), &inspector);
+    EXPECT_EQ(list.width(), 220);
+    EXPECT_EQ(inspector.width(), 320);
 }
 
-TEST_F(TemplateEditorTest, TheButtonsGoFromCardToCard) {
-    open("cards.csv", "Name\nFire\nWater\n");
-    show(editor);
-    EXPECT_EQ(shownCard(), "Card 1 of 2");
-    EXPECT_FALSE(previous().isEnabled());
-    QTest::mouseClick(&next(), Qt::LeftButton);
-    EXPECT_EQ(model.state()._canvasCard, 1);
-    EXPECT_EQ(shownCard(), "Card 2 of 2");
-    EXPECT_FALSE(next().isEnabled());
-    QTest::mouseClick(&previous(), Qt::LeftButton);
-    EXPECT_EQ(model.state()._canvasCard, 0);
-}
-
-TEST_F(TemplateEditorTest, ThePictureFollowsTheDesign) {
-    model.newDeck(SampleTemplates::Kind::classic, "Cards");
-    CardTemplate design("Plain", CardSize::poker, {}, {});
-    for (const RGBA color : {RGBA::bytes(0xC0, 0x20, 0x20), RGBA::bytes(0x20, 0x20, 0xC0)}) {
-        design.background = color;
-        model.setTemplate(design);
-        settle();
-        show(editor);
-        EXPECT_NEAR(middle().redF(), color.r, 0.02);
-        EXPECT_NEAR(middle().blueF(), color.b, 0.02);
+TEST_F(TemplateEditorTest, TheCardTakesWhatIsLeft) {
+    for (const int width : {1200, 1500, 2400, 1000}) {
+        show(editor, {width, 700});
+        EXPECT_EQ(list.width(), 220) << width;
+        EXPECT_EQ(inspector.width(), 320) << width;
     }
+    EXPECT_EQ(canvas.maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+}
+
+TEST_F(TemplateEditorTest, TheColumnsKeepTheirLimits) {
+    show(editor, {1400, 700});
+    for (const auto& [by, width] : {std::pair(400, 280), std::pair(-400, 190), std::pair(30, 220)}) {
+        dragHandle(1, by);
+        EXPECT_NEAR(list.width(), width, 2);
+    }
+    for (const auto& [by, width] : {std::pair(400, 290), std::pair(-400, 400), std::pair(40, 360)}) {
+        dragHandle(2, by);
+        EXPECT_NEAR(inspector.width(), width, 2);
+    }
+}
+
+TEST_F(TemplateEditorTest, FitsANarrowWindow) {
+    EXPECT_LE(editor.minimumSizeHint().width(), 190 + 380 + 290 + 2);
+    show(editor, {900, 500});
+    EXPECT_EQ(editor.width(), 900);
+    EXPECT_GE(list.width(), 190);
+    EXPECT_GE(canvas.width(), 380);
+    EXPECT_GE(inspector.width(), 290);
+    show(editor, {862, 500});
+    EXPECT_EQ(list.width(), 190);
+    EXPECT_EQ(canvas.width(), 380);
+    EXPECT_EQ(inspector.width(), 290);
+    EXPECT_TRUE(editor.rect().contains(inspector.geometry()));
+}
+
+TEST_F(TemplateEditorTest, ThePreviewFollowsTheSizeOfTheWindow) {
+    const auto& surface = *canvas.findChild<CardSurface*>();
+    show(editor, {1000, 500});
+    const double small = surface.geometry().scale();
+    show(editor, {1400, 900});
+    EXPECT_GT(surface.geometry().scale(), 1.5 * small);
+}
+
+TEST_F(TemplateEditorTest, TheColumnsShowTheSame) {
+    show(editor, {1200, 700});
+    model.setSide(Side::back);
+    EXPECT_EQ(canvas.findChild<CardSurface*>()->overlays().size(), 1u);
+    model.newDeck(SampleTemplates::Kind::classic, "Another");
+    EXPECT_EQ(canvas.findChild<CardSurface*>()->overlays().size(), model.layers(Side::back).size());
+    EXPECT_EQ(list.findChild<LayerRows*>()->rows().size(), model.layers(Side::back).size());
+    model.deleteDeck(*model.state()._selection);
+    settle();
 }
 
 TEST_F(TemplateEditorTest, EveryControlHasAName) {
     open("cards.csv", "Name\nFire\nWater\n");
     show(editor);
+    model.selectLayer(model.layers(Side::front).at(0).id);
     EXPECT_THAT(unnamedControls(editor), testing::IsEmpty());
 }
 
