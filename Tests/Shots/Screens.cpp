@@ -5,8 +5,11 @@
 #include "Controls/Spinner.h"
 #include "Support/Desktop/EventLoop.h"
 #include "Support/WorkbookWriter.h"
+#include "Templates/TemplateEdits.h"
 
 #include <QListWidget>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <filesystem>
 
 namespace quorvel {
@@ -60,6 +63,43 @@ void openWorkbook(Stage& stage) {
         stage.model.chooseFolder(kind);
     }
     stage.setTab(Tab::data);
+}
+
+/// The sample on the canvas, with the topmost layer selected that is as asked for.
+void openEditor(Stage& stage, Side side = Side::front, const std::function<bool(const Layer&)>& wanted = {}) {
+    stage.openLibrary();
+    stage.setTab(Tab::template_);
+    stage.model.setSide(side);
+    for (const Layer& layer : stage.model.layers(side))
+        if (wanted && wanted(layer)) stage.model.selectLayer(layer.id);
+    stage.settle();
+}
+
+/// Of that kind and, so that the form shows all it has, without rules.
+std::function<bool(const Layer&)> ofKind(LayerKind kind) {
+    return [kind](const Layer& layer) { return layer.kind == kind && layer.rules.empty(); };
+}
+
+bool hasRules(const Layer& layer) {
+    return !layer.rules.empty();
+}
+
+void openRules(Stage& stage) {
+    openEditor(stage, Side::front, hasRules);
+    Layer layer = *stage.model.selectedLayerValue();
+    layer.rules.resize(1);
+    StyleRule rule = layer.rules.front();
+    rule.id = UUID::random();
+    rule.field = "cost";
+    rule.match = StyleRule::Match::isEmpty;
+    rule.fill.reset();
+    rule.hide = true;
+    layer.rules.push_back(rule);
+    stage.model.updateLayer(layer);
+    stage.settle();
+    for (QScrollArea* form : stage.window.findChildren<QScrollArea*>())
+        if (form->isVisible()) form->verticalScrollBar()->setValue(form->verticalScrollBar()->maximum());
+    stage.settle();
 }
 
 void openNewDeck(Stage& stage) {
@@ -119,6 +159,29 @@ const std::vector<Screen>& screens() {
          }},
         {"cards-error", [](Stage& s) { s.open("Orchard Couriers.numbers", "PK"), s.setTab(Tab::cards); }},
         {"cards-no-rows", [](Stage& s) { s.open("Orchard Couriers.csv", "Name,Text,Qty\n"); }},
+
+        // Template
+        {"template", [](Stage& s) { openEditor(s); }},
+        {"template-smallest", [](Stage& s) { openEditor(s, Side::front, ofKind(LayerKind::text)); }, smallest},
+        {"template-text", [](Stage& s) { openEditor(s, Side::front, ofKind(LayerKind::text)); }},
+        {"template-picture", [](Stage& s) { openEditor(s, Side::front, ofKind(LayerKind::image)); }},
+        {"template-shape", [](Stage& s) { openEditor(s, Side::front, ofKind(LayerKind::shape)); }},
+        {"template-icons", [](Stage& s) { openEditor(s, Side::front, ofKind(LayerKind::icons)); }},
+        {"template-rules", openRules},
+        {"template-back", [](Stage& s) { openEditor(s, Side::back, ofKind(LayerKind::text)); }},
+        {"template-hidden",
+         [](Stage& s) {
+             openEditor(s, Side::front, ofKind(LayerKind::icons));
+             Layer layer = *s.model.selectedLayerValue();
+             layer.hidden = true;
+             s.model.updateLayer(layer), s.settle();
+         }},
+        {"template-custom-size",
+         [](Stage& s) {
+             openEditor(s), s.model.setTemplate(TemplateEdits::withSize(s.model.template_(), 70, 120)), s.settle();
+         }},
+        {"template-no-cards", [](Stage& s) { openNewDeck(s), s.setTab(Tab::template_); }},
+        {"template-wide", [](Stage& s) { openEditor(s, Side::front, ofKind(LayerKind::text)); }, {1920, 1080}},
 
         // Print & Export
         {"sheets-front", openSheets},
