@@ -1,20 +1,20 @@
 // The canvas of a heavy design, 40 layers with a picture of 2400 pixels: what each movement of a drag holds the main
 // thread up for, and how soon the card is drawn anew.
 
-#include "Controls/Style.h"
+#include "ProcessorTime.h"
 #include "QtPlatform/QtScheduler.h"
 #include "Rendering/CardImage.h"
 #include "Support/Desktop/EventLoop.h"
 #include "Support/Desktop/FakeDesktop.h"
 #include "TemplateTab/CardSurface.h"
 #include "TemplateTab/TemplateEditor.h"
+#include "WindowBenchmark.h"
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
-#include <ctime>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -26,26 +26,6 @@ namespace {
 constexpr int layerCount = 40;
 constexpr int pictureSide = 2400;
 constexpr int cardCount = 500;
-
-QApplication& application() {
-    static int count = 1;
-    static char name[] = "CanvasBenchmark";
-    static char* arguments[] = {name, nullptr};
-    static QApplication& one = [&]() -> QApplication& {
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-        auto* const made = new QApplication(count, arguments);  // as long as the program
-        Style::apply(*made, Style::Appearance::light);
-        return *made;
-    }();
-    return one;
-}
-
-/// Of the processor, in ms, by the calling thread: what a busy machine doesn't add to.
-double processorTime() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
 
 /// A picture that no filter makes small.
 QImage art() {

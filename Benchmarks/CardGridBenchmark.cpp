@@ -2,17 +2,17 @@
 
 #include "CardsTab/CardGrid.h"
 #include "CardsTab/CardsView.h"
-#include "Controls/Style.h"
+#include "ProcessorTime.h"
 #include "QtPlatform/QtScheduler.h"
 #include "Support/Desktop/EventLoop.h"
 #include "Support/Desktop/FakeDesktop.h"
+#include "WindowBenchmark.h"
 
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QScrollBar>
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <ctime>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -21,26 +21,6 @@ namespace quorvel {
 namespace {
 
 constexpr int cardCount = 5000;
-
-QApplication& application() {
-    static int count = 1;
-    static char name[] = "CardGridBenchmark";
-    static char* arguments[] = {name, nullptr};
-    static QApplication& one = [&]() -> QApplication& {
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-        auto* const made = new QApplication(count, arguments);  // as long as the program
-        Style::apply(*made, Style::Appearance::light);
-        return *made;
-    }();
-    return one;
-}
-
-/// Of the processor, in ms, by the calling thread: what a busy machine doesn't add to.
-double processorTime() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
 
 std::string deck(int rows) {
     std::string text = "Name,Text,Cost,Type,Qty\n";

@@ -3,6 +3,7 @@
 #include "Controls/Picker.h"
 #include "DataTab/ColumnListModel.h"
 #include "DataTab/DataTableView.h"
+#include "ProcessorTime.h"
 #include "Support/Desktop/EventLoop.h"
 
 #include <QAbstractItemView>
@@ -10,7 +11,6 @@
 #include <QScrollBar>
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <ctime>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,13 +20,6 @@ namespace quorvel {
 namespace {
 
 using Table = std::shared_ptr<const DataTable>;
-
-/// Of the processor, in seconds, by the calling thread: what a busy machine doesn't add to.
-double processorTime() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
-}
 
 Table tableOf(std::size_t rows, std::size_t columns) {
     static const std::vector<std::string> texts = {
@@ -47,7 +40,7 @@ void measure(benchmark::State& state, const std::function<void()>& step) {
     const double start = processorTime();
     step();
     runWhatWaits();
-    state.SetIterationTime(processorTime() - start);
+    state.SetIterationTime((processorTime() - start) / 1e3);
 }
 
 struct Screen {

@@ -3,6 +3,7 @@
 
 #include "Foundation/FileBytes.h"
 #include "Model/AppModel.h"
+#include "ProcessorTime.h"
 #include "QtPlatform/QtScheduler.h"
 #include "Samples/SampleDeck.h"
 #include "Support/Desktop/EventLoop.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
-#include <ctime>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -26,13 +26,6 @@ using SteadyClock = std::chrono::steady_clock;
 
 double milliseconds(SteadyClock::duration time) {
     return std::chrono::duration<double, std::milli>(time).count();
-}
-
-/// Of the processor, in ms, by the calling thread: what a busy machine doesn't add to.
-double processorTime() {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
 /// Hands everything on and remembers the longest time that a job took on the main thread.
