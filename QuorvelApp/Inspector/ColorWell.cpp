@@ -97,6 +97,8 @@ void ColorWell::openDialog() {
     opened = this;
     dialog_ = new QColorDialog(toQColor(color_), window());
     dialog_->setAttribute(Qt::WA_DeleteOnClose);
+    // The keys of the window's menus go on working in it, Undo above all.
+    dialog_->setWindowFlag(Qt::Tool);
     dialog_->setWindowTitle(accessibleName());
     // Without "OK" and "Cancel": what is chosen is seen on the card at once, and each choice can be undone.
     dialog_->setOptions(QColorDialog::NoButtons | QColorDialog::DontUseNativeDialog);

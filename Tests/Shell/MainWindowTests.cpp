@@ -1,6 +1,7 @@
 #include "CardsTab/CardGrid.h"
 #include "CardsTab/CardsView.h"
 #include "DataTab/DataView.h"
+#include "Inspector/ColorWell.h"
 #include "SheetsTab/SheetsView.h"
 #include "Shell/DropHighlight.h"
 #include "Shell/MainWindow.h"
@@ -10,6 +11,7 @@
 #include "TemplateTab/CardSurface.h"
 #include "TemplateTab/TemplateEditor.h"
 
+#include <QColorDialog>
 #include <QMimeData>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -142,6 +144,24 @@ TEST_F(MainWindowTest, TheKeyboardGoesFromViewToView) {
     press(Qt::Key_1, Qt::ControlModifier);
     EXPECT_TRUE(window.findChild<CardsView*>()->isAncestorOf(QApplication::focusWidget()) ||
                 window.findChild<CardsView*>()->hasFocus());
+}
+
+TEST_F(MainWindowTest, UndoReachesTheDesignWhileAColourIsChosen) {
+    openSample();
+    model.setTab(Tab::template_);
+    settle();
+    const CardTemplate before = model.template_();
+    for (ColorWell* each : window.findChildren<ColorWell*>())
+        if (each->isVisible()) QTest::mouseClick(each, Qt::LeftButton);
+    auto* dialog = window.findChild<QColorDialog*>();
+    ASSERT_NE(dialog, nullptr);
+    dialog->setCurrentColor(QColor(1, 2, 3));
+    ASSERT_NE(model.template_(), before);
+    dialog->activateWindow();
+    settle();
+    ASSERT_EQ(QApplication::activeWindow(), dialog);
+    QTest::keyClick(dialog, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(model.template_(), before);
 }
 
 TEST_F(MainWindowTest, NoButtonHasTheKeyboardAtTheStart) {
