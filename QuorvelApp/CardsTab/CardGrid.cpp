@@ -1,6 +1,7 @@
 #include "CardsTab/CardGrid.h"
 
 #include "CardsTab/CardGridAccessible.h"
+#include "Controls/ScreenReader.h"
 #include "Controls/Style.h"
 
 #include <QAccessible>
@@ -54,7 +55,7 @@ CardGrid::CardGrid(AppModel& model, QWidget* parent)
       model_(model),
       shownTiles_([&model](int index) { model.cardAppeared(index); },
                   [&model](int index) { model.cardDisappeared(index); }) {
-    CardGridAccessible::install();
+    ScreenReader::represent<CardGridAccessible, CardGrid>();
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(QStringLiteral("Cards"));
     QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -127,8 +128,7 @@ void CardGrid::arrange() {
     tellShown();
     if (before != count() && QAccessible::isActive()) {
         CardGridAccessible::forgetFrom(*this, count());
-        QAccessibleEvent reordered(this, QAccessible::ObjectReorder);
-        QAccessible::updateAccessibility(&reordered);
+        ScreenReader::announceReordered(this);
     }
 }
 

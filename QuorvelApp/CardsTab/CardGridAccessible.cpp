@@ -7,31 +7,11 @@
 
 namespace quorvel {
 
-CardGridAccessible::CardGridAccessible(CardGrid& grid) : QAccessibleWidget(&grid, QAccessible::List) {}
-
-CardGridAccessible::~CardGridAccessible() {
-    for (const auto& [index, id] : elements_) QAccessible::deleteAccessibleInterface(id);
-}
-
-void CardGridAccessible::install() {
-    static const bool installed = [] {
-        QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
-            auto* const grid = qobject_cast<CardGrid*>(object);
-            return grid ? new CardGridAccessible(*grid) : nullptr;
-        });
-        return true;
-    }();
-    static_cast<void>(installed);
-}
+CardGridAccessible::CardGridAccessible(CardGrid& grid) : DrawnParts(grid, QAccessible::List) {}
 
 void CardGridAccessible::forgetFrom(CardGrid& grid, int index) {
     auto* const list = dynamic_cast<CardGridAccessible*>(QAccessible::queryAccessibleInterface(&grid));
-    if (!list) return;
-    std::erase_if(list->elements_, [index](const auto& element) {
-        if (element.first < index) return false;
-        QAccessible::deleteAccessibleInterface(element.second);
-        return true;
-    });
+    if (list) list->DrawnParts::forgetFrom(index);
 }
 
 CardGrid& CardGridAccessible::grid() const {
@@ -42,13 +22,8 @@ int CardGridAccessible::childCount() const {
     return grid().count();
 }
 
-QAccessibleInterface* CardGridAccessible::child(int index) const {
-    if (index < 0 || index >= childCount()) return nullptr;
-    const auto found = elements_.find(index);
-    if (found != elements_.end()) return QAccessible::accessibleInterface(found->second);
-    auto* const element = new CardTileAccessible(const_cast<CardGridAccessible&>(*this), index);
-    elements_[index] = QAccessible::registerAccessibleInterface(element);
-    return element;
+DrawnPart* CardGridAccessible::makePart(int index) const {
+    return new CardTileAccessible(*this, index);
 }
 
 QAccessibleInterface* CardGridAccessible::childAt(int x, int y) const {
@@ -61,20 +36,11 @@ QAccessibleInterface* CardGridAccessible::focusChild() const {
     return grid().hasFocus() && grid().current() ? child(*grid().current()) : nullptr;
 }
 
-int CardGridAccessible::indexOfChild(const QAccessibleInterface* child) const {
-    const auto* const element = dynamic_cast<const CardTileAccessible*>(child);
-    return element && element->parent() == this ? element->index() : -1;
-}
-
-bool CardTileAccessible::isValid() const {
-    return list_.isValid() && index_ < list_.childCount();
-}
-
 QString CardTileAccessible::text(QAccessible::Text text) const {
     if (!isValid()) return {};
     switch (text) {
         case QAccessible::Name:
-            return list_.grid().tile(index_).accessibleLabel();
+            return list_.grid().tile(index()).accessibleLabel();
         case QAccessible::Description:
         case QAccessible::Help:
             return CardTile::accessibleHint();
@@ -85,7 +51,7 @@ QString CardTileAccessible::text(QAccessible::Text text) const {
 
 QRect CardTileAccessible::rect() const {
     if (!isValid()) return {};
-    const QRect tile = list_.grid().tileRect(index_);
+    const QRect tile = list_.grid().tileRect(index());
     return {list_.grid().mapToGlobal(tile.topLeft()), tile.size()};
 }
 
@@ -96,13 +62,13 @@ QAccessible::State CardTileAccessible::state() const {
         return state;
     }
     const CardGrid& grid = list_.grid();
-    const bool isCurrent = grid.current() == index_;
+    const bool isCurrent = grid.current() == index();
     state.focusable = true;
     state.selectable = true;
     state.selected = isCurrent;
     state.focused = isCurrent && grid.hasFocus();
     state.invisible = !grid.isVisible();
-    state.offscreen = !grid.visibleRegion().intersects(grid.tileRect(index_));
+    state.offscreen = !grid.visibleRegion().intersects(grid.tileRect(index()));
     return state;
 }
 
@@ -122,10 +88,10 @@ QString CardTileAccessible::localizedActionName(const QString& name) const {
 
 void CardTileAccessible::doAction(const QString& name) {
     if (!isValid()) return;
-    if (name == pressAction()) return list_.grid().editTemplateWith(index_);
+    if (name == pressAction()) return list_.grid().editTemplateWith(index());
     if (name != setFocusAction()) return;
     list_.grid().setFocus();
-    list_.grid().setCurrent(index_);
+    list_.grid().setCurrent(index());
 }
 
 }  // namespace quorvel

@@ -1,20 +1,15 @@
 #pragma once
 
-#include <QAccessibleWidget>
-#include <unordered_map>
+#include "Controls/DrawnParts.h"
 
 namespace quorvel {
 
 class CardGrid;
 
-/// The grid for screen readers: a list with one element for each tile. Elements are made when they are asked for.
-class CardGridAccessible : public QAccessibleWidget {
+/// The grid for screen readers: a list with one element for each tile.
+class CardGridAccessible : public DrawnParts {
 public:
     explicit CardGridAccessible(CardGrid& grid);
-    ~CardGridAccessible() override;
-
-    /// Makes the toolkit find this class for every grid. May be called again.
-    static void install();
 
     /// Drops the elements of tiles from `index` on.
     static void forgetFrom(CardGrid& grid, int index);
@@ -22,32 +17,19 @@ public:
     CardGrid& grid() const;
 
     int childCount() const override;
-    QAccessibleInterface* child(int index) const override;
     QAccessibleInterface* childAt(int x, int y) const override;
     QAccessibleInterface* focusChild() const override;
-    int indexOfChild(const QAccessibleInterface* child) const override;
 
-private:
-    mutable std::unordered_map<int, QAccessible::Id> elements_;
+protected:
+    DrawnPart* makePart(int index) const override;
 };
 
 /// One tile.
-class CardTileAccessible : public QAccessibleInterface, public QAccessibleActionInterface {
+class CardTileAccessible : public DrawnPart, public QAccessibleActionInterface {
 public:
-    CardTileAccessible(CardGridAccessible& list, int index) : list_(list), index_(index) {}
+    CardTileAccessible(const CardGridAccessible& list, int index) : DrawnPart(list, index), list_(list) {}
 
-    int index() const { return index_; }
-
-    bool isValid() const override;
-    QObject* object() const override { return nullptr; }
-    QWindow* window() const override { return list_.window(); }
-    QAccessibleInterface* parent() const override { return &list_; }
-    int childCount() const override { return 0; }
-    QAccessibleInterface* child(int) const override { return nullptr; }
-    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
     QString text(QAccessible::Text text) const override;
-    void setText(QAccessible::Text, const QString&) override {}
     QRect rect() const override;
     QAccessible::Role role() const override { return QAccessible::ListItem; }
     QAccessible::State state() const override;
@@ -59,8 +41,7 @@ public:
     QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
 private:
-    CardGridAccessible& list_;
-    int index_;
+    const CardGridAccessible& list_;
 };
 
 }  // namespace quorvel

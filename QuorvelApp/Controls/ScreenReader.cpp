@@ -26,6 +26,12 @@ void makeAlert(QWidget* widget) {
     widget->setProperty(isAlert, true);
 }
 
+void announceReordered(QWidget* widget) {
+    if (!QAccessible::isActive()) return;
+    QAccessibleEvent event(widget, QAccessible::ObjectReorder);
+    QAccessible::updateAccessibility(&event);
+}
+
 void speak(QWidget* alert) {
     if (!alert->isVisible()) return;
     QAccessibleEvent event(alert, QAccessible::Alert);

@@ -13,4 +13,12 @@ SymbolButton::SymbolButton(QStringView symbol, const QString& name, int size, QW
     setFocusPolicy(Qt::TabFocus);
 }
 
+SymbolButton* SymbolButton::inRow(QStringView symbol, const QString& name, const QString& tip, int size) {
+    constexpr int side = 28;
+    auto* button = new SymbolButton(symbol, name, size);
+    button->setFixedSize(side, side);
+    button->setToolTip(tip);
+    return button;
+}
+
 }  // namespace quorvel

@@ -11,6 +11,9 @@ public:
     /// `name` is what a screen reader says, and the tooltip until another is set. `size` is the symbol's, in logical
     /// pixels.
     SymbolButton(QStringView symbol, const QString& name, int size = 16, QWidget* parent = nullptr);
+
+    /// One of a row of such buttons: a square around a symbol of this size.
+    static SymbolButton* inRow(QStringView symbol, const QString& name, const QString& tip, int size);
 };
 
 }  // namespace quorvel

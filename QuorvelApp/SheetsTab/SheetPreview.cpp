@@ -22,14 +22,7 @@ namespace {
 
 constexpr int inset = 16;
 constexpr int symbolSize = 14;
-constexpr int buttonSize = 28;
 constexpr int wheelStep = 120;  // one notch
-
-QToolButton* makeButton(QStringView symbol, const QString& name) {
-    auto* button = new SymbolButton(symbol, name, symbolSize);
-    button->setFixedSize(buttonSize, buttonSize);
-    return button;
-}
 
 QString captionText(std::int64_t page, std::int64_t count) {
     return text("Sheet %1 of %2").arg(page).arg(count);
@@ -50,8 +43,8 @@ SheetPreview::SheetPreview(AppModel& model, QWidget* parent)
 }
 
 QWidget* SheetPreview::makePageBar() {
-    previous_ = makeButton(u"chevron.left", text("Previous Page"));
-    next_ = makeButton(u"chevron.right", text("Next Page"));
+    previous_ = SymbolButton::inRow(u"chevron.left", "Previous Page", "Previous Page", symbolSize);
+    next_ = SymbolButton::inRow(u"chevron.right", "Next Page", "Next Page", symbolSize);
     caption_ = new QLabel;
     caption_->setAlignment(Qt::AlignCenter);
     side_ = new SegmentedPicker(text("Side"), {text("Front"), text("Back")});

@@ -16,21 +16,13 @@ namespace quorvel {
 namespace {
 
 constexpr int symbolSize = 14;
-constexpr int buttonSize = 28;
-
-SymbolButton* makeButton(QStringView symbol, const QString& name, const QString& tip) {
-    auto* button = new SymbolButton(symbol, name, symbolSize);
-    button->setFixedSize(buttonSize, buttonSize);
-    button->setToolTip(tip);
-    return button;
-}
 
 }  // namespace
 
 CardBar::CardBar(AppModel& model, QWidget* parent) : QWidget(parent), model_(model) {
-    previous_ = makeButton(u"chevron.left", "Previous Card", "Previous card");
+    previous_ = SymbolButton::inRow(u"chevron.left", "Previous Card", "Previous card", symbolSize);
     caption_ = new ElidedLabel(Qt::ElideRight);
-    next_ = makeButton(u"chevron.right", "Next Card", "Next card");
+    next_ = SymbolButton::inRow(u"chevron.right", "Next Card", "Next card", symbolSize);
     side_ = new SidePicker(model_);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Style::medium, Style::medium, Style::medium, 0);

@@ -1,6 +1,7 @@
 #include "TemplateTab/CardSurface.h"
 
 #include "Cards/Markup.h"
+#include "Controls/ScreenReader.h"
 #include "Controls/Wording.h"
 #include "TemplateTab/CardSurfaceAccessible.h"
 
@@ -47,7 +48,7 @@ std::optional<Point> direction(int key) {
 }  // namespace
 
 CardSurface::CardSurface(AppModel& model, QWidget* parent) : QWidget(parent), model_(model), drag_(model) {
-    CardSurfaceAccessible::install();
+    ScreenReader::represent<CardSurfaceAccessible, CardSurface>();
     // The keyboard comes with Tab or a click, and no ring shows it: the selected layer's outline is what keys act on.
     setFocusPolicy(Qt::TabFocus);
     setMouseTracking(true);
@@ -107,7 +108,7 @@ void CardSurface::showDesign() {
         if (i < now.size()) changed += CanvasPainter::reach(now[i]);
     }
     update(changed);
-    if (overlays.size() != now.size()) CardSurfaceAccessible::announceReordered(*this);
+    if (overlays.size() != now.size()) ScreenReader::announceReordered(this);
 }
 
 void CardSurface::showPicture() {

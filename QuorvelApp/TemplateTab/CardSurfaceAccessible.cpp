@@ -26,28 +26,7 @@ QRect toQRect(const Rect& rect) {
 
 }  // namespace
 
-CardSurfaceAccessible::CardSurfaceAccessible(CardSurface& surface) : QAccessibleWidget(&surface, QAccessible::Canvas) {}
-
-CardSurfaceAccessible::~CardSurfaceAccessible() {
-    for (const auto& [index, id] : elements_) QAccessible::deleteAccessibleInterface(id);
-}
-
-void CardSurfaceAccessible::install() {
-    static const bool installed = [] {
-        QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
-            auto* const surface = qobject_cast<CardSurface*>(object);
-            return surface ? new CardSurfaceAccessible(*surface) : nullptr;
-        });
-        return true;
-    }();
-    static_cast<void>(installed);
-}
-
-void CardSurfaceAccessible::announceReordered(CardSurface& surface) {
-    if (!QAccessible::isActive()) return;
-    QAccessibleEvent reordered(&surface, QAccessible::ObjectReorder);
-    QAccessible::updateAccessibility(&reordered);
-}
+CardSurfaceAccessible::CardSurfaceAccessible(CardSurface& surface) : DrawnParts(surface, QAccessible::Canvas) {}
 
 CardSurface& CardSurfaceAccessible::surface() const {
     return *static_cast<CardSurface*>(widget());
@@ -57,13 +36,8 @@ int CardSurfaceAccessible::childCount() const {
     return overlayCount(surface()) + (selected(surface()) ? 1 : 0);
 }
 
-QAccessibleInterface* CardSurfaceAccessible::child(int index) const {
-    if (index < 0 || index >= childCount()) return nullptr;
-    const auto found = elements_.find(index);
-    if (found != elements_.end()) return QAccessible::accessibleInterface(found->second);
-    auto* const element = new OverlayAccessible(const_cast<CardSurfaceAccessible&>(*this), index);
-    elements_[index] = QAccessible::registerAccessibleInterface(element);
-    return element;
+DrawnPart* CardSurfaceAccessible::makePart(int index) const {
+    return new OverlayAccessible(*this, index);
 }
 
 QAccessibleInterface* CardSurfaceAccessible::childAt(int x, int y) const {
@@ -75,30 +49,21 @@ QAccessibleInterface* CardSurfaceAccessible::childAt(int x, int y) const {
     return child(int(std::ranges::find(overlays, grip->layer, &LayerOverlay::layer) - overlays.begin()));
 }
 
-int CardSurfaceAccessible::indexOfChild(const QAccessibleInterface* child) const {
-    const auto* const element = dynamic_cast<const OverlayAccessible*>(child);
-    return element && element->parent() == this ? element->index() : -1;
-}
-
 bool OverlayAccessible::isHandle() const {
-    return index_ >= overlayCount(canvas_.surface());
-}
-
-bool OverlayAccessible::isValid() const {
-    return canvas_.isValid() && index_ < canvas_.childCount();
+    return index() >= overlayCount(canvas_.surface());
 }
 
 QString OverlayAccessible::text(QAccessible::Text text) const {
     if (!isValid() || text != QAccessible::Name) return {};
     return isHandle() ? QString("Resize handle")
-                      : quorvel::text(canvas_.surface().overlays()[std::size_t(index_)].name);
+                      : quorvel::text(canvas_.surface().overlays()[std::size_t(index())].name);
 }
 
 QRect OverlayAccessible::rect() const {
     if (!isValid()) return {};
     const CardSurface& surface = canvas_.surface();
     const QRect rect =
-        toQRect(isHandle() ? *selected(surface)->handle : surface.overlays()[std::size_t(index_)].outline);
+        toQRect(isHandle() ? *selected(surface)->handle : surface.overlays()[std::size_t(index())].outline);
     return {surface.mapToGlobal(rect.topLeft()), rect.size()};
 }
 
@@ -112,7 +77,7 @@ QAccessible::State OverlayAccessible::state() const {
     state.invisible = !surface.isVisible();
     if (isHandle()) return state;
     state.selectable = true;
-    state.selected = surface.overlays()[std::size_t(index_)].isSelected();
+    state.selected = surface.overlays()[std::size_t(index())].isSelected();
     return state;
 }
 

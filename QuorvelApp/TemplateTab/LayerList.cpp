@@ -21,14 +21,6 @@ namespace {
 
 constexpr int pickerInset = 10;
 constexpr int symbolSize = 16;
-constexpr int buttonSize = 28;
-
-SymbolButton* makeButton(QStringView symbol, const QString& name, const QString& tip) {
-    auto* button = new SymbolButton(symbol, name, symbolSize);
-    button->setFixedSize(buttonSize, buttonSize);
-    button->setToolTip(tip);
-    return button;
-}
 
 /// A line over the whole width.
 class Divider : public QWidget {
@@ -66,7 +58,7 @@ LayerList::LayerList(AppModel& model, QWidget* parent) : QWidget(parent), model_
 }
 
 QWidget* LayerList::makeTools() {
-    auto* add = makeButton(u"plus", "Add Layer", "Add a layer");
+    auto* add = SymbolButton::inRow(u"plus", "Add Layer", "Add a layer", symbolSize);
     add->setPopupMode(SymbolButton::InstantPopup);
     auto* menu = new QMenu("Add Layer", add);
     for (const auto& [kind, name] : EnumText<LayerKind>::cases)
@@ -80,7 +72,7 @@ QWidget* LayerList::makeTools() {
     row->setSpacing(Style::tight);
     row->addWidget(add);
     const auto addForSelected = [&](QStringView symbol, const QString& name, const QString& tip, auto act) {
-        auto* button = makeButton(symbol, name, tip);
+        auto* button = SymbolButton::inRow(symbol, name, tip, symbolSize);
         connect(button, &SymbolButton::clicked, this, act);
         row->addWidget(button);
         forSelected_.push_back(button);

@@ -1,6 +1,7 @@
 #include "TemplateTab/LayerRows.h"
 
 #include "Controls/QuietShapes.h"
+#include "Controls/ScreenReader.h"
 #include "Controls/Style.h"
 #include "TemplateTab/LayerRowsAccessible.h"
 
@@ -15,7 +16,8 @@
 namespace quorvel {
 
 LayerRows::LayerRows(QWidget* parent) : QScrollArea(parent) {
-    LayerRowsAccessible::install();
+    ScreenReader::represent<LayerRowsAccessible, LayerRows>();
+    ScreenReader::represent<LayerRowAccessible, LayerRow>();
     setAccessibleName("Layers");
     setFrameShape(QFrame::NoFrame);
     setWidgetResizable(true);
@@ -70,7 +72,7 @@ void LayerRows::arrange(const std::vector<LayerRow::Content>& layers) {
         LayerRow* row = rows_[std::size_t(i)];
         if (column_->indexOf(row) != i) column_->insertWidget(i, row);
     }
-    LayerRowsAccessible::announceReordered(*this);
+    ScreenReader::announceReordered(this);
 }
 
 LayerRow* LayerRows::makeRow() {

@@ -17,24 +17,6 @@ QAccessibleInterface* interfaceOf(LayerRow* row) {
 
 LayerRowsAccessible::LayerRowsAccessible(LayerRows& list) : QAccessibleWidget(&list, QAccessible::List) {}
 
-void LayerRowsAccessible::install() {
-    static const bool installed = [] {
-        QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
-            if (auto* const list = qobject_cast<LayerRows*>(object)) return new LayerRowsAccessible(*list);
-            if (auto* const row = qobject_cast<LayerRow*>(object)) return new LayerRowAccessible(*row);
-            return nullptr;
-        });
-        return true;
-    }();
-    static_cast<void>(installed);
-}
-
-void LayerRowsAccessible::announceReordered(LayerRows& list) {
-    if (!QAccessible::isActive()) return;
-    QAccessibleEvent reordered(&list, QAccessible::ObjectReorder);
-    QAccessible::updateAccessibility(&reordered);
-}
-
 void LayerRowsAccessible::announceFocus(const LayerRow& row) {
     if (!QAccessible::isActive()) return;
     for (const QAccessible::Event event : {QAccessible::Selection, QAccessible::Focus}) {

@@ -12,10 +12,6 @@ class LayerRowsAccessible : public QAccessibleWidget {
 public:
     explicit LayerRowsAccessible(LayerRows& list);
 
-    /// Makes the toolkit find this class for every list, and `LayerRowAccessible` for its rows. May be called again.
-    static void install();
-
-    static void announceReordered(LayerRows& list);
     /// The row is what keys act on.
     static void announceFocus(const LayerRow& row);
 
