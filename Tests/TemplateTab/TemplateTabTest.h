@@ -2,8 +2,13 @@
 
 #include "Support/Widgets/WindowTest.h"
 
+#include <QColor>
+#include <QImage>
 #include <QPoint>
+#include <QTest>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvel {
 
@@ -54,6 +59,17 @@ protected:
         return names;
     }
     std::string undoName() const { return undo->undoName().value_or(""); }
+
+    /// In its middle.
+    static void click(QWidget& widget) { QTest::mouseClick(&widget, Qt::LeftButton); }
+    /// How many pixels of the widget as it is painted now have exactly this colour.
+    static int pixels(QWidget& widget, const QColor& color) {
+        const QImage seen = widget.grab().toImage();
+        int count = 0;
+        for (int y = 0; y < seen.height(); ++y)
+            for (int x = 0; x < seen.width(); ++x) count += seen.pixelColor(x, y) == color;
+        return count;
+    }
 };
 
 }  // namespace quorvel
