@@ -106,13 +106,15 @@ void LayerRows::showSelection() {
         row->setLook(row != selected ? LayerRow::Look::plain
                      : hasFocus()    ? LayerRow::Look::active
                                      : LayerRow::Look::selected);
-    viewport()->update();
+    // Each movement of a drag comes by here: only what differs is drawn anew.
+    const bool ringed = hasFocus() && !selected;
+    if (std::exchange(ringed_, ringed) != ringed) viewport()->update();
 }
 
 void LayerRows::paintEvent(QPaintEvent* event) {
     QScrollArea::paintEvent(event);
     // Where no row stands out, all of the list shows that it has the keyboard.
-    if (!hasFocus() || selectedRow()) return;
+    if (!ringed_) return;
     QPainter painter(viewport());
     const QRect ring = viewport()->rect().adjusted(Style::tight, 0, -Style::tight, -Style::tight);
     QuietShapes::drawRing(painter, ring, QuietShapes::corner, Style::accent(palette()));

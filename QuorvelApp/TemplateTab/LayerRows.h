@@ -48,6 +48,7 @@ private:
 
     std::vector<LayerRow*> rows_;
     std::optional<UUID> selected_;
+    bool ringed_ = false;
     QVBoxLayout* column_ = nullptr;
 };
 
